@@ -1,0 +1,42 @@
+# The commands of the house. Each one calls a script, cmake or ctest; nothing is decided here.
+PRESET := release
+BUILD := cmake --preset $(PRESET) && cmake --build --preset $(PRESET)
+
+.PHONY: help run test test-desktops bench lint format
+
+help:
+	@echo "make run            install what building needs, build, start kelvane or its demo"
+	@echo "make test           build and run every test but the matrix of desktops"
+	@echo "make test-desktops  build and run the matrix of real desktops"
+	@echo "make bench          build and measure, also against other programs"
+	@echo "make lint           floors, format, unlisted tests, wording, clang-tidy"
+	@echo "make format         rewrite the sources in the house format"
+
+run:
+	scripts/install-dependencies build
+	$(BUILD)
+	scripts/run
+
+test:
+	scripts/install-dependencies test
+	$(BUILD)
+	scripts/run-tests test
+
+test-desktops:
+	scripts/install-dependencies desktops
+	$(BUILD)
+	scripts/run-tests test-desktops
+
+bench:
+	scripts/install-dependencies peers
+	$(BUILD)
+	bench/run
+
+lint:
+	scripts/install-dependencies lint
+	$(BUILD)
+	scripts/lint
+
+format:
+	scripts/install-dependencies lint
+	scripts/format
