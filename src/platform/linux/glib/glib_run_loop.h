@@ -1,0 +1,34 @@
+// The run loop on GLib's default main context. Main thread.
+//
+// One event source of ours sleeps until the next deadline, so an idle program is never woken up.
+#pragma once
+
+#include <gio/gio.h>
+
+#include "platform/linux/glib/glib_ptr.h"
+#include "platform/portable/run_loop_queue.h"
+
+namespace kelvane {
+
+class GlibRunLoop : public RunLoopQueue {
+ public:
+  GlibRunLoop();
+  ~GlibRunLoop() override;
+
+  // Runs until `quit`, and answers what it was given.
+  int run();
+  void quit(int exitCode);
+
+  Date now() const override;
+
+ protected:
+  double monotonicNow() const override;
+  void deadlineChanged() override;
+
+ private:
+  GSource* source_;
+  GMainLoop* mainLoop_;
+  int exitCode_ = 0;
+};
+
+}  // namespace kelvane
