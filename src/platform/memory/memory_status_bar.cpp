@@ -1,0 +1,86 @@
+#include "platform/memory/memory_status_bar.h"
+
+#include <cstdio>
+#include <utility>
+
+namespace kelvane {
+namespace {
+
+std::string withNumber(const char* what, double number) {
+  char text[64];
+  std::snprintf(text, sizeof text, "%s %g", what, number);
+  return text;
+}
+
+class MemoryStatusItem : public StatusItem {
+ public:
+  explicit MemoryStatusItem(std::shared_ptr<MemoryStatusItemState> state)
+      : state_(std::move(state)) {}
+  ~MemoryStatusItem() override { state_->isVisible = false; }
+
+  bool isVisible() const override { return state_->isVisible; }
+  void setVisible(bool visible) override {
+    state_->calls.push_back(visible ? "visible true" : "visible false");
+    if (visible || !state_->hidesLate) state_->isVisible = visible;
+  }
+  void setBehavior(StatusItemBehavior behavior) override {
+    state_->calls.push_back(withNumber("behavior", static_cast<double>(behavior)));
+    state_->behavior = behavior;
+  }
+  void setLength(double length) override {
+    state_->calls.push_back(withNumber("length", length));
+    state_->length = length;
+  }
+  void setTitle(const std::string& title) override {
+    state_->calls.push_back("title " + title);
+    state_->title = title.empty() ? AttributedText{} : AttributedText{{{.text = title}}};
+  }
+  void setAttributedTitle(const AttributedText& title) override {
+    state_->calls.push_back("attributed title " + title.plainText());
+    state_->title = title;
+  }
+  void setImage(std::optional<Image> image) override {
+    state_->calls.push_back(!image ? "no image" : image->isTemplate ? "template image" : "image");
+    state_->image = std::move(image);
+  }
+  void setMenu(Menu* menu) override {
+    state_->calls.push_back("menu");
+    state_->menu = menu;
+  }
+  void addHoverView(HoverView view) override {
+    state_->calls.push_back("hover view");
+    state_->hoverViews.push_back(std::move(view));
+  }
+  Appearance effectiveAppearance() const override { return state_->appearance; }
+  std::unique_ptr<StatusItemObservation> observeEffectiveAppearance(
+      std::function<void()> callback) override {
+    auto observation = std::make_unique<Observation>(state_->appearanceObservers.add(callback));
+    callback();
+    return observation;
+  }
+  Slot slot() const override { return state_->slot; }
+  std::unique_ptr<StatusItemObservation> observeSlot(std::function<void()> callback) override {
+    return std::make_unique<Observation>(state_->slotObservers.add(std::move(callback)));
+  }
+
+ private:
+  struct Observation : StatusItemObservation {
+    explicit Observation(ObserverList::Registration kept) : registration(std::move(kept)) {}
+    ObserverList::Registration registration;
+  };
+  std::shared_ptr<MemoryStatusItemState> state_;
+};
+
+}  // namespace
+
+std::unique_ptr<StatusItem> MemoryStatusBar::makeItem(double length) {
+  ++itemCount_;
+  item_ = std::make_shared<MemoryStatusItemState>();
+  item_->length = length;
+  item_->slot = slot;
+  item_->appearance = appearance;
+  item_->isVisible = true;
+  return std::make_unique<MemoryStatusItem>(item_);
+}
+
+}  // namespace kelvane
