@@ -1,0 +1,167 @@
+#include "app/app_state.h"
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "platform/memory/memory_computer.h"
+
+namespace kelvane {
+namespace {
+
+using ::testing::Contains;
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+
+class AppStateTest : public ::testing::Test {
+ protected:
+  void start(const MemoryBattery& battery) {
+    computer.set(battery);
+    app = std::make_unique<AppState>(computer.platform(), settings);
+    computer.runLoop.run();
+    item().calls.clear();
+  }
+  MemoryStatusItemState& item() { return *computer.statusBar.item(); }
+  // The calls since the last time, each redraw of the icon as one word.
+  std::vector<std::string> calls() {
+    std::vector<std::string> result;
+    for (const std::string& call : item().calls) {
+      if (call == "template image" || call == "image") result.push_back("redraw");
+      if (call.starts_with("visible")) result.push_back(call);
+      if (call == "hover view") result.push_back(call);
+    }
+    item().calls.clear();
+    return result;
+  }
+  std::string drawnText() { return record(*item().image).back().what; }
+
+  MemoryComputer computer;
+  SettingsKeys settings{computer.preferences};
+  std::unique_ptr<AppState> app;
+};
+
+TEST_F(AppStateTest, StartsOnTheNextTurnWithTheItemDrawnAndTheHoverView) {
+  computer.set({.percent = 57});
+  app = std::make_unique<AppState>(computer.platform(), settings);
+  EXPECT_EQ(computer.statusBar.itemCount(), 0);
+  computer.runLoop.run();
+  EXPECT_EQ(computer.statusBar.itemCount(), 1);
+  EXPECT_EQ(drawnText(), "57﹪");
+  EXPECT_EQ(item().hoverViews.size(), 1U);
+}
+
+TEST_F(AppStateTest, EveryPowerEventRedrawsTheItem) {
+  start({.percent = 57});
+  computer.change({.percent = 56});
+  EXPECT_THAT(calls(), ElementsAre("redraw"));
+  EXPECT_EQ(drawnText(), "56﹪");
+  computer.change({.percent = 56});
+  EXPECT_THAT(calls(), ElementsAre("redraw"));
+}
+
+TEST_F(AppStateTest, PlugHidesFirstAndUnplugRedrawsFirst) {
+  settings.hideIconWhenOnPower.set(true);
+  start({.percent = 57});
+  computer.change({.percent = 57, .isOnPower = true});
+  EXPECT_THAT(calls(), ElementsAre("visible false", "redraw"));
+  EXPECT_FALSE(item().isVisible);
+  EXPECT_EQ(computer.notifications.removals, 1);
+  computer.change({.percent = 58});
+  EXPECT_THAT(calls(), ElementsAre("redraw", "visible true"));
+  EXPECT_TRUE(item().isVisible);
+  EXPECT_EQ(computer.notifications.removals, 2);
+}
+
+TEST_F(AppStateTest, ItemThatHidesOnPowerShowsForFiveSecondsAtStartAndAtReopen) {
+  settings.hideIconWhenOnPower.set(true);
+  start({.percent = 57, .isOnPower = true});
+  computer.runLoop.advance(4.9);
+  EXPECT_TRUE(item().isVisible);
+  computer.runLoop.advance(0.2);
+  EXPECT_FALSE(item().isVisible);
+  EXPECT_TRUE(app->applicationShouldHandleReopen());
+  EXPECT_TRUE(item().isVisible);
+  computer.runLoop.advance(4.9);
+  EXPECT_TRUE(item().isVisible);
+  computer.runLoop.advance(0.2);
+  EXPECT_FALSE(item().isVisible);
+}
+
+TEST_F(AppStateTest, EachAppearanceKeyRedraws) {
+  start({.percent = 57});
+  computer.runLoop.advance(2);
+  calls();
+  for (const SettingKey<bool>* key :
+       {&settings.showPercentage, &settings.largeIcon, &settings.oldIconStyle,
+        &settings.showPercentageSignInIcon, &settings.smallMenuBarText}) {
+    key->set(!key->get());
+    EXPECT_THAT(calls(), IsEmpty());  // on the main queue, not inside the change
+    computer.runLoop.run();
+    EXPECT_THAT(calls(), ElementsAre("redraw")) << key->name();
+  }
+  settings.textOnlyIcon.set(true);
+  computer.runLoop.run();
+  EXPECT_THAT(item().calls, Contains("no image"));
+  EXPECT_FALSE(item().image.has_value());
+}
+
+TEST_F(AppStateTest, HidingOnPowerTakesEffectWhoeverTurnsItOn) {
+  start({.percent = 57, .isOnPower = true});
+  settings.hideIconWhenOnPower.set(true);
+  computer.runLoop.run();
+  EXPECT_FALSE(item().isVisible);
+  settings.hideIconWhenOnPower.set(false);
+  computer.runLoop.run();
+  EXPECT_TRUE(item().isVisible);
+}
+
+TEST_F(AppStateTest, AppearanceRedrawsOnceSettled) {
+  start({.percent = 57});
+  computer.runLoop.advance(2);
+  calls();
+  for (int i = 0; i < 3; ++i) {
+    item().appearance = i % 2 ? Appearance::light : Appearance::dark;
+    item().appearanceObservers.notify();
+    computer.runLoop.advance(0.3);
+  }
+  EXPECT_THAT(calls(), IsEmpty());
+  computer.runLoop.advance(0.7);
+  EXPECT_THAT(calls(), ElementsAre("redraw"));
+}
+
+TEST_F(AppStateTest, HoverViewStaysWhenTurnedOffAndComesAgainWhenTurnedOn) {
+  settings.showTimeOrPercentageOnHover.set(false);
+  start({.percent = 57});
+  EXPECT_EQ(item().hoverViews.size(), 0U);
+  for (const bool isOn : {true, false, true}) {
+    settings.showTimeOrPercentageOnHover.set(isOn);
+    computer.runLoop.run();
+  }
+  EXPECT_EQ(item().hoverViews.size(), 2U);
+}
+
+TEST_F(AppStateTest, MenuIsRebuiltWhenAskedForAndItsOpeningRedraws) {
+  start({.percent = 57});
+  item().menu->needsUpdate();
+  ASSERT_FALSE(item().menu->lines().empty());
+  EXPECT_EQ(item().menu->lines()[0].title, "57﹪");
+  EXPECT_THAT(calls(), IsEmpty());
+  item().menu->willOpen();
+  item().menu->didClose();
+  EXPECT_THAT(calls(), ElementsAre("redraw", "redraw"));
+}
+
+TEST_F(AppStateTest, QueuedWorkDoesNotOutliveIt) {
+  start({.percent = 57});
+  app->applicationShouldHandleReopen();
+  app.reset();
+  computer.change({.percent = 5});
+  computer.runLoop.advance(10);
+  EXPECT_FALSE(item().isVisible);
+}
+
+}  // namespace
+}  // namespace kelvane

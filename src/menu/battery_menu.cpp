@@ -1,0 +1,78 @@
+#include "menu/battery_menu.h"
+
+#include <chrono>
+#include <cstdint>
+#include <cstdio>
+#include <string>
+#include <utility>
+
+#include "battery/battery.h"
+#include "menu/tq_menu.h"
+#include "platform/run_loop.h"
+#include "platform/system_info.h"
+#include "platform/text_formats.h"
+
+namespace kelvane {
+namespace {
+
+constexpr double kLongestDuration = 72000;  // 20 hours
+constexpr double kPercentageSize = 15;
+
+MenuLine disabledLine(std::string title) { return {.title = std::move(title), .isEnabled = false}; }
+
+void addTimeLines(TqMenu& menu, const BatteryMenuContext& context) {
+  const bool isOnPower = context.battery.externalConnected().value_or(true);
+  const std::int64_t minutes = context.battery.timeRemaining();
+  const double seconds = static_cast<double>(minutes) * 60;
+  const std::string duration =
+      seconds >= kLongestDuration
+          ? "20h+"
+          : context.textFormats.abbreviatedDuration(seconds).value_or("🤷🏻♂️");
+  menu.addItem(disabledLine(duration + (isOnPower ? " Until Full" : " Remaining")));
+  const Date end = context.runLoop.now() + std::chrono::minutes(minutes);
+  menu.addItem(
+      disabledLine((isOnPower ? "Full At " : "Empty At ") + context.textFormats.shortTime(end)));
+}
+
+void addChargeLines(TqMenu& menu, const BatteryMenuContext& context) {
+  const bool isConnected = context.battery.isPowerAdapterConnected();
+  const double fraction = context.battery.percentage();
+  if (isConnected && fraction == 1.0) {
+    menu.addItem(disabledLine("Fully Charged"));
+    return;
+  }
+  char text[64];
+  std::snprintf(text, sizeof text, "%.0f\uFE6A", fraction * 100);
+  MenuLine percentage = disabledLine(text);
+  percentage.attributedTitle = AttributedText{{{.text = text, .fontSize = kPercentageSize}}};
+  menu.addItem(std::move(percentage));
+  if (isConnected && !context.battery.isCharging())
+    menu.addItem(disabledLine("Not Charging"));
+  else if (context.battery.timeRemainingEstimate() == kTimeRemainingUnknown)
+    menu.addItem(disabledLine("Calculating Time Remaining…"));
+  else
+    addTimeLines(menu, context);
+}
+
+// A line that shows only while Option is held, in place of a placeholder without height.
+void addOptionLine(TqMenu& menu, std::string title) {
+  menu.addItem({.kind = MenuLine::Kind::placeholder, .isEnabled = false});
+  MenuLine line = disabledLine(std::move(title));
+  line.isAlternate = true;
+  line.keyEquivalent = {.key = "", .option = true};
+  line.action = [] {};
+  menu.addItem(std::move(line));
+}
+
+}  // namespace
+
+void rebuildBatteryMenu(TqMenu& menu, const BatteryMenuContext& context) {
+  menu.removeAllItems();
+  addChargeLines(menu, context);
+  menu.addItem(disabledLine(context.battery.powerSourceName()));
+  addOptionLine(menu, "Condition: " + context.battery.batteryHealth());
+  addOptionLine(
+      menu, "Health: " + context.textFormats.percent(context.battery.healthRatio()).value_or(""));
+}
+
+}  // namespace kelvane
