@@ -44,7 +44,7 @@ std::string PortableTextFormats::shortTime(Date date) {
 }
 
 std::optional<std::string> PortableTextFormats::percent(double ratio) {
-  // Ratios written in decimals are rarely exact in binary: 0.285 must count as 28.5 %.
+  // Ratios written in decimals are rarely exact in binary: 0.575 must count as 57.5 %.
   const double scaled = std::round(ratio * 100 * 1e6) / 1e6;
   if (!std::isfinite(scaled) || std::abs(scaled) > 1e15) return std::nullopt;
   const auto whole = static_cast<std::int64_t>(roundHalfEven(scaled));

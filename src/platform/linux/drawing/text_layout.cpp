@@ -1,0 +1,74 @@
+#include "platform/linux/drawing/text_layout.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include <ft2build.h>
+#include FT_FREETYPE_H
+#include FT_BBOX_H
+#include FT_TRUETYPE_TABLES_H
+
+#include "platform/linux/drawing/glyph_outline.h"
+#include "platform/linux/drawing/utf8.h"
+
+namespace kelvane {
+
+TextLine layOutLine(FontFaces& faces, std::string_view text, const TextStyle& style) {
+  TextLine line;
+  if (!(style.size > 0) || !std::isfinite(style.size)) return line;
+  for (const char32_t character : decodeUtf8(text)) {
+    const std::vector<FaceGlyph>& glyphs = faces.glyphs(character, style.weight);
+    for (const FaceGlyph& glyph : glyphs) {
+      if (!loadOutline(glyph)) continue;
+      const double size = style.size * glyph.scale;
+      line.glyphs.push_back({glyph, size, line.advance});
+      line.advance +=
+          static_cast<double>(glyph.face->glyph->advance.x) * size / glyph.face->units_per_EM;
+    }
+    if (!glyphs.empty()) line.advance += style.kern;
+  }
+  return line;
+}
+
+Rect inkBounds(const TextLine& line) {
+  bool hasInk = false;
+  double left = 0, bottom = 0, right = 0, top = 0;
+  for (const PlacedGlyph& placed : line.glyphs) {
+    if (!loadOutline(placed.glyph)) continue;
+    FT_Outline& outline = placed.glyph.face->glyph->outline;
+    FT_BBox box{};
+    if (outline.n_points == 0 || FT_Outline_Get_BBox(&outline, &box) != 0) continue;
+    const double unit = placed.size / placed.glyph.face->units_per_EM;
+    const double x0 = placed.x + static_cast<double>(box.xMin) * unit;
+    const double x1 = placed.x + static_cast<double>(box.xMax) * unit;
+    const double y0 = static_cast<double>(box.yMin) * unit;
+    const double y1 = static_cast<double>(box.yMax) * unit;
+    left = hasInk ? std::min(left, x0) : x0;
+    right = hasInk ? std::max(right, x1) : x1;
+    bottom = hasInk ? std::min(bottom, y0) : y0;
+    top = hasInk ? std::max(top, y1) : y1;
+    hasInk = true;
+  }
+  return {left, bottom, right - left, top - bottom};
+}
+
+FontMetrics fontMetrics(FontFaces& faces, double size, FontWeight weight) {
+  if (!(size > 0) || !std::isfinite(size)) return {};
+  FT_Face face = faces.textFace(weight);
+  if (!face) return {};
+  const double unit = size / face->units_per_EM;
+  FontMetrics metrics{face->ascender * unit, -face->descender * unit, 0};
+  const auto* table = static_cast<const TT_OS2*>(FT_Get_Sfnt_Table(face, FT_SFNT_OS2));
+  if (table && table->version >= 2 && table->version != 0xFFFF && table->sCapHeight > 0) {
+    metrics.capHeight = table->sCapHeight * unit;
+  } else {
+    TextStyle style;
+    style.size = size;
+    style.weight = weight;
+    const Rect capital = inkBounds(layOutLine(faces, "H", style));
+    metrics.capHeight = capital.y + capital.height;
+  }
+  return metrics;
+}
+
+}  // namespace kelvane
