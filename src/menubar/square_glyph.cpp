@@ -55,11 +55,12 @@ Picture gaugePicture(double level, bool hasBolt) {
   const double left = hasBolt ? 6 : 0;
   const double frameWidth = kDesignHeight - left - 2;
   PathBuilder frame, charge, bolt;
-  frame.roundedFrame({left, 1, frameWidth, 6}, 2, 1);
-  frame.roundedRect({left + frameWidth + 0.6, 2.75, 1.4, 2.5},
+  frame.roundedFrame({left, 0, frameWidth, 7}, 2, 1);
+  frame.roundedRect({left + frameWidth + 0.6, 2.25, 1.4, 2.5},
                     {.bottomRight = 1.2, .topRight = 1.2});
-  const double room = frameWidth - 3;
-  charge.roundedRect({left + 1.5, 2.5, room * level, 3}, PathBuilder::all(std::min(0.5, level)));
+  // One whole point between frame and charge, so that both are crisp at scale 1.
+  const double width = (frameWidth - 4) * level;
+  charge.roundedRect({left + 2, 2, width, 3}, PathBuilder::all(std::min(0.5, width / 2)));
   if (hasBolt) bolt = boltOutline({0.2, 0, 5, 8});
   return {"Gauge",
           {kDesignHeight, 8},

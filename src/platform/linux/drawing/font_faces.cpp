@@ -18,15 +18,16 @@ constexpr char32_t kUnknownCharacter = U'?';
 
 // Small things first; the sign's own size is that of small percent signs in fonts that have one.
 constexpr std::array kStandIns = {
-    StandIn{U'\uFE6A', U"%", 0.78, true},  // small percent sign
-    StandIn{U'\u26A1', U"\u21AF", 1},      // high voltage sign: the zigzag arrow
-    StandIn{U'\u21AF', U"+", 1},           // zigzag arrow
-    StandIn{U'\u221E', U"oo", 0.8},        // infinity
-    StandIn{U'\u2026', U"...", 1},         // ellipsis
-    StandIn{U'\u2212', U"-", 1},           // minus sign
-    StandIn{U'\u2013', U"-", 1},           // en dash
-    StandIn{U'\u00A0', U" ", 1},           // no-break space
-    StandIn{U'\u202F', U" ", 0.7},         // narrow no-break space
+    // The small percent sign stands in the left of a wider box.
+    StandIn{U'\uFE6A', U"%", 0.78, 0.2, true},
+    StandIn{U'\u26A1', U"\u21AF", 1},  // high voltage sign: the zigzag arrow
+    StandIn{U'\u21AF', U"+", 1},       // zigzag arrow
+    StandIn{U'\u221E', U"oo", 0.8},    // infinity
+    StandIn{U'\u2026', U"...", 1},     // ellipsis
+    StandIn{U'\u2212', U"-", 1},       // minus sign
+    StandIn{U'\u2013', U"-", 1},       // en dash
+    StandIn{U'\u00A0', U" ", 1},       // no-break space
+    StandIn{U'\u202F', U" ", 0.7},     // narrow no-break space
 };
 
 bool takesNoRoom(char32_t c) {
@@ -169,6 +170,7 @@ struct FontFaces::State {
         result.push_back(glyph);
       }
     }
+    if (!result.empty()) result.back().bearing = standIn.bearing;
     return result;
   }
 };

@@ -26,6 +26,7 @@ struct FaceGlyph {
   FT_Face face = nullptr;
   unsigned index = 0;
   double scale = 1;
+  double bearing = 0;  // room after the glyph, as a part of the text's size
 };
 
 class FontFaces {
@@ -66,6 +67,7 @@ struct StandIn {
   char32_t character = 0;
   std::u32string_view text;
   double scale = 1;
+  double bearing = 0;            // room after it, as a part of the text's size
   bool prefersTextFace = false;  // used as soon as the text face lacks the character
 };
 std::optional<StandIn> standInFor(char32_t character);

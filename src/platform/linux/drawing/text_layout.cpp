@@ -23,7 +23,8 @@ TextLine layOutLine(FontFaces& faces, std::string_view text, const TextStyle& st
       const double size = style.size * glyph.scale;
       line.glyphs.push_back({glyph, size, line.advance});
       line.advance +=
-          static_cast<double>(glyph.face->glyph->advance.x) * size / glyph.face->units_per_EM;
+          static_cast<double>(glyph.face->glyph->advance.x) * size / glyph.face->units_per_EM +
+          glyph.bearing * style.size;
     }
     if (!glyphs.empty()) line.advance += style.kern;
   }

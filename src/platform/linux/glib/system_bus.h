@@ -18,26 +18,26 @@ class SystemBusRequest {
  public:
   using Done = std::function<void(GDBusConnection* bus)>;
 
-  explicit SystemBusRequest(Done done) : cancellable_(g_cancellable_new()) {
+  explicit SystemBusRequest(Done done) : done_(std::make_shared<Done>(std::move(done))) {
+    // Not cancellable: all that wait for the shared connection would fail together.
     g_bus_get(
-        G_BUS_TYPE_SYSTEM, cancellable_.get(),
+        G_BUS_TYPE_SYSTEM, nullptr,
         [](GObject*, GAsyncResult* result, gpointer data) {
-          const std::unique_ptr<Done> call(static_cast<Done*>(data));
+          const std::unique_ptr<std::weak_ptr<Done>> waiting(
+              static_cast<std::weak_ptr<Done>*>(data));
           GError* rawError = nullptr;
           const GObjectPtr<GDBusConnection> bus(g_bus_get_finish(result, &rawError));
           const GErrorPtr error(rawError);
-          if (error && g_error_matches(error.get(), G_IO_ERROR, G_IO_ERROR_CANCELLED)) return;
           if (bus) g_dbus_connection_set_exit_on_close(bus.get(), FALSE);
-          (*call)(bus.get());
+          if (const auto call = waiting->lock()) (*call)(bus.get());
         },
-        new Done(std::move(done)));
+        new std::weak_ptr<Done>(done_));
   }
-  ~SystemBusRequest() { g_cancellable_cancel(cancellable_.get()); }
   SystemBusRequest(const SystemBusRequest&) = delete;
   SystemBusRequest& operator=(const SystemBusRequest&) = delete;
 
  private:
-  GObjectPtr<GCancellable> cancellable_;
+  std::shared_ptr<Done> done_;
 };
 
 }  // namespace kelvane

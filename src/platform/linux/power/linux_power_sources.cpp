@@ -1,0 +1,114 @@
+#include "platform/linux/power/linux_power_sources.h"
+
+#include <utility>
+
+#include "platform/linux/power/registry_rules.h"
+
+namespace kelvane {
+
+LinuxPowerSources::LinuxPowerSources(RunLoopQueue& loop, PowerOptions options)
+    : loop_(loop), options_(std::move(options)) {
+  if (options_.useUPower)
+    busRequest_.emplace([this](GDBusConnection* bus) { connected(bus); });
+  else
+    isSettled_ = true;
+}
+
+LinuxPowerSources::~LinuxPowerSources() = default;
+
+void LinuxPowerSources::connected(GDBusConnection* bus) {
+  if (bus)
+    mirror_ = std::make_unique<UPowerMirror>(bus, [this] { mirrorChanged(); });
+  else
+    settle();
+}
+
+void LinuxPowerSources::mirrorChanged() {
+  const bool serves = upower() != nullptr;
+  const bool served = std::exchange(servedByUPower_, serves);
+  // What was read of UPower is not kept, so there is nothing to compare with.
+  if (served)
+    signal();
+  else
+    signalIfChanged();
+  lastRead_ = serves ? std::nullopt : std::optional(read());
+  settle();
+}
+
+void LinuxPowerSources::settle() {
+  isSettled_ = true;
+  updateWatch();
+  for (auto& done : std::exchange(waiting_, {})) loop_.async(std::move(done));
+}
+
+void LinuxPowerSources::updateWatch() {
+  if (!isSettled_) return;
+  if (servedByUPower_ || !hasListeners())
+    watch_.reset();
+  else if (!watch_)
+    watch_ =
+        std::make_unique<SupplyWatch>(loop_, options_.directory, [this] { signalIfChanged(); });
+}
+
+std::vector<PropertyDictionary> LinuxPowerSources::descriptions() {
+  return readings(SupplyFields::all).descriptions;
+}
+
+double LinuxPowerSources::timeRemainingEstimate() {
+  return readings(SupplyFields::state).timeRemainingEstimate;
+}
+
+BatteryWarningLevel LinuxPowerSources::warningLevel() {
+  return readings(SupplyFields::all).warningLevel;
+}
+
+std::shared_ptr<RunLoopSource> LinuxPowerSources::makeNotificationSource(
+    std::function<void()> callback) {
+  auto source = std::make_shared<QueueSource>(std::move(callback));
+  listeners_.push_back(source);
+  if (!servedByUPower_) lastRead_ = read();
+  updateWatch();
+  return source;
+}
+
+void LinuxPowerSources::whenSettled(std::function<void()> done) {
+  if (isSettled_)
+    loop_.async(std::move(done));
+  else
+    waiting_.push_back(std::move(done));
+}
+
+const UPowerSnapshot* LinuxPowerSources::upower() const {
+  return mirror_ ? mirror_->snapshot() : nullptr;
+}
+
+bool LinuxPowerSources::hasListeners() {
+  std::erase_if(listeners_, [](const auto& listener) { return listener.expired(); });
+  return !listeners_.empty();
+}
+
+PowerReadings LinuxPowerSources::readings(SupplyFields fields) const {
+  // Of the kernel's files UPower's readings need no more than the adapter.
+  const UPowerSnapshot* mirrored = upower();
+  return powerReadings(readSupplies(options_.directory, mirrored ? SupplyFields::state : fields),
+                       mirrored);
+}
+
+LinuxPowerSources::Reading LinuxPowerSources::read() const {
+  const auto supplies = readSupplies(options_.directory, SupplyFields::all);
+  return {powerReadings(supplies, upower()), registryProperties(supplies)};
+}
+
+void LinuxPowerSources::signalIfChanged() {
+  Reading now = read();
+  if (lastRead_ == now) return;
+  lastRead_ = std::move(now);
+  signal();
+}
+
+void LinuxPowerSources::signal() {
+  for (const auto& listener : listeners_)
+    if (const auto source = listener.lock()) source->signal();
+}
+
+}  // namespace kelvane

@@ -1,0 +1,24 @@
+// The device registry on Linux: the battery's entry, read from a tree of power supplies afresh for
+// each property. Main thread.
+#pragma once
+
+#include <string>
+
+#include "platform/device_registry.h"
+
+namespace kelvane {
+
+class SysfsDeviceRegistry : public DeviceRegistry {
+ public:
+  // The folder in place of /sys/class/power_supply; it need not exist.
+  explicit SysfsDeviceRegistry(std::string directory);
+
+  ServiceHandle findService(std::string_view name) override;
+  std::optional<PropertyValue> property(ServiceHandle service, std::string_view name) override;
+  void release(ServiceHandle service) override;
+
+ private:
+  std::string directory_;
+};
+
+}  // namespace kelvane
