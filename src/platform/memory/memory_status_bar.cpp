@@ -54,20 +54,16 @@ class MemoryStatusItem : public StatusItem {
   Appearance effectiveAppearance() const override { return state_->appearance; }
   std::unique_ptr<StatusItemObservation> observeEffectiveAppearance(
       std::function<void()> callback) override {
-    auto observation = std::make_unique<Observation>(state_->appearanceObservers.add(callback));
+    auto observation = state_->appearanceObservers.add(callback);
     callback();
     return observation;
   }
   Slot slot() const override { return state_->slot; }
   std::unique_ptr<StatusItemObservation> observeSlot(std::function<void()> callback) override {
-    return std::make_unique<Observation>(state_->slotObservers.add(std::move(callback)));
+    return state_->slotObservers.add(std::move(callback));
   }
 
  private:
-  struct Observation : StatusItemObservation {
-    explicit Observation(ObserverList::Registration kept) : registration(std::move(kept)) {}
-    ObserverList::Registration registration;
-  };
   std::shared_ptr<MemoryStatusItemState> state_;
 };
 

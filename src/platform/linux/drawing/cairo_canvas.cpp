@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <cmath>
 
+#include <freetype/freetype.h>
+#include <freetype/ftoutln.h>
 #include <ft2build.h>
-#include FT_FREETYPE_H
-#include FT_OUTLINE_H
 
 #include "platform/linux/drawing/glyph_outline.h"
 

@@ -5,9 +5,9 @@
 #include <map>
 #include <utility>
 
+#include <freetype/freetype.h>
+#include <freetype/ftmm.h>
 #include <ft2build.h>
-#include FT_FREETYPE_H
-#include FT_MULTIPLE_MASTERS_H
 
 #include "platform/linux/drawing/font_match.h"
 

@@ -1,7 +1,7 @@
 #include "platform/linux/drawing/glyph_outline.h"
 
+#include <freetype/freetype.h>
 #include <ft2build.h>
-#include FT_FREETYPE_H
 
 namespace kelvane {
 

@@ -3,10 +3,10 @@
 #include <algorithm>
 #include <cmath>
 
+#include <freetype/freetype.h>
+#include <freetype/ftbbox.h>
+#include <freetype/tttables.h>
 #include <ft2build.h>
-#include FT_FREETYPE_H
-#include FT_BBOX_H
-#include FT_TRUETYPE_TABLES_H
 
 #include "platform/linux/drawing/glyph_outline.h"
 #include "platform/linux/drawing/utf8.h"

@@ -1,0 +1,298 @@
+#include "platform/linux/tray/dbus_menu.h"
+
+#include <utility>
+#include <vector>
+
+namespace kelvane {
+namespace {
+
+constexpr const char* kInterface = R"xml(<node><interface name="com.canonical.dbusmenu">
+  <property name="Version" type="u" access="read"/>
+  <property name="TextDirection" type="s" access="read"/>
+  <property name="Status" type="s" access="read"/>
+  <property name="IconThemePath" type="as" access="read"/>
+  <method name="GetLayout">
+    <arg name="parentId" type="i" direction="in"/>
+    <arg name="recursionDepth" type="i" direction="in"/>
+    <arg name="propertyNames" type="as" direction="in"/>
+    <arg name="revision" type="u" direction="out"/>
+    <arg name="layout" type="(ia{sv}av)" direction="out"/>
+  </method>
+  <method name="GetGroupProperties">
+    <arg name="ids" type="ai" direction="in"/>
+    <arg name="propertyNames" type="as" direction="in"/>
+    <arg name="properties" type="a(ia{sv})" direction="out"/>
+  </method>
+  <method name="GetProperty">
+    <arg name="id" type="i" direction="in"/>
+    <arg name="name" type="s" direction="in"/>
+    <arg name="value" type="v" direction="out"/>
+  </method>
+  <method name="Event">
+    <arg name="id" type="i" direction="in"/>
+    <arg name="eventId" type="s" direction="in"/>
+    <arg name="data" type="v" direction="in"/>
+    <arg name="timestamp" type="u" direction="in"/>
+  </method>
+  <method name="EventGroup">
+    <arg name="events" type="a(isvu)" direction="in"/>
+    <arg name="idErrors" type="ai" direction="out"/>
+  </method>
+  <method name="AboutToShow">
+    <arg name="id" type="i" direction="in"/>
+    <arg name="needUpdate" type="b" direction="out"/>
+  </method>
+  <method name="AboutToShowGroup">
+    <arg name="ids" type="ai" direction="in"/>
+    <arg name="updatesNeeded" type="ai" direction="out"/>
+    <arg name="idErrors" type="ai" direction="out"/>
+  </method>
+  <signal name="ItemsPropertiesUpdated">
+    <arg name="updatedProps" type="a(ia{sv})"/>
+    <arg name="removedProps" type="a(ias)"/>
+  </signal>
+  <signal name="LayoutUpdated">
+    <arg name="revision" type="u"/>
+    <arg name="parent" type="i"/>
+  </signal>
+  <signal name="ItemActivationRequested">
+    <arg name="id" type="i"/>
+    <arg name="timestamp" type="u"/>
+  </signal>
+</interface></node>)xml";
+
+GVariant* readMenuProperty(std::string_view property) {
+  if (property == "Version") return g_variant_new_uint32(3);
+  if (property == "TextDirection") return g_variant_new_string("ltr");
+  if (property == "Status") return g_variant_new_string("normal");
+  if (property == "IconThemePath") return g_variant_new_strv(nullptr, 0);
+  return nullptr;
+}
+
+GVariant* idsOf(const std::vector<int>& ids) {
+  return g_variant_new_fixed_array(G_VARIANT_TYPE_INT32, ids.data(), ids.size(), sizeof(int));
+}
+
+std::vector<int> readIds(GVariant* ids) {
+  gsize count = 0;
+  const auto* values = static_cast<const gint32*>(g_variant_get_fixed_array(ids, &count, 4));
+  return {values, values + count};
+}
+
+void refuseId(const ExportedObject::Call& call) {
+  g_dbus_method_invocation_return_error_literal(call.invocation, G_DBUS_ERROR,
+                                                G_DBUS_ERROR_INVALID_ARGS, "No such menu item");
+}
+
+}  // namespace
+
+DbusMenu::DbusMenu(RunLoopQueue& loop, std::function<std::string(std::string)> rewrite)
+    : loop_(loop), layout_(std::move(rewrite)) {}
+
+DbusMenu::~DbusMenu() { withdraw(); }
+
+void DbusMenu::setMenu(Menu* menu) {
+  if (menu == menu_) return;
+  closeAll();
+  menu_ = menu;
+  isUpdated_ = false;
+  update();
+}
+
+void DbusMenu::exportOn(GDBusConnection* connection, KeyNames names) {
+  static const GDBusNodeInfoPtr node = parseInterface(kInterface);
+  withdraw();
+  names_ = names;
+  object_ = std::make_unique<ExportedObject>(
+      connection, kPath, node->interfaces[0],
+      ExportedObject::Handlers{[this](const ExportedObject::Call& call) { handle(call); },
+                               readMenuProperty});
+  update();
+}
+
+void DbusMenu::withdraw() {
+  object_.reset();
+  closeAll();
+}
+
+bool DbusMenu::update() {
+  // A menu that redraws its item while it updates must not get here again.
+  if (!object_ || isUpdating_ || isUpdated_) return false;
+  isUpdating_ = true;
+  if (menu_) menu_->needsUpdate();
+  const MenuChange change = layout_.update(menu_ ? menu_->lines() : std::vector<MenuLine>{});
+  isUpdating_ = false;
+  isUpdated_ = true;
+  loop_.async([this, alive = std::weak_ptr(isAlive_)] {
+    if (!alive.expired()) isUpdated_ = false;
+  });
+
+  std::vector<int> gone;
+  for (const auto& [id, menu] : open_)
+    if (!layout_.find(id)) gone.push_back(id);
+  for (const int id : gone) close(id);
+
+  // What was called back may have withdrawn the menu.
+  if (!object_) return change.layout;
+  if (change.layout) {
+    object_->emit("LayoutUpdated", g_variant_new("(ui)", ++revision_, DbusMenuLayout::kRootId));
+  } else if (!change.changed.empty()) {
+    GVariantBuilder updated;
+    g_variant_builder_init(&updated, G_VARIANT_TYPE("a(ia{sv})"));
+    for (const int id : change.changed)
+      g_variant_builder_add(&updated, "(i@a{sv})", id,
+                            menuProperties(*layout_.find(id), {"label", "enabled"}, names_));
+    object_->emit("ItemsPropertiesUpdated",
+                  g_variant_new("(a(ia{sv})@a(ias))", &updated,
+                                g_variant_new_array(G_VARIANT_TYPE("(ias)"), nullptr, 0)));
+  }
+  return change.layout;
+}
+
+void DbusMenu::handle(const ExportedObject::Call& call) {
+  if (call.method == "GetLayout") return getLayout(call);
+  if (call.method == "GetGroupProperties") return getGroupProperties(call);
+  if (call.method == "GetProperty") return getProperty(call);
+  if (call.method == "Event") return event(call);
+  if (call.method == "EventGroup") return eventGroup(call);
+  if (call.method == "AboutToShow") return aboutToShow(call);
+  return aboutToShowGroup(call);
+}
+
+void DbusMenu::getLayout(const ExportedObject::Call& call) {
+  int parent = 0;
+  int depth = 0;
+  GVariant* rawNames = nullptr;
+  g_variant_get(call.arguments, "(ii@as)", &parent, &depth, &rawNames);
+  const GVariantPtr names(rawNames);
+  const MenuEntry* entry = layout_.find(parent);
+  if (!entry) return refuseId(call);
+  g_dbus_method_invocation_return_value(
+      call.invocation,
+      g_variant_new("(u@(ia{sv}av))", revision_,
+                    menuLayout(*entry, depth, propertyFilterOf(names.get()), names_)));
+}
+
+void DbusMenu::getGroupProperties(const ExportedObject::Call& call) {
+  GVariant* rawIds = nullptr;
+  GVariant* rawNames = nullptr;
+  g_variant_get(call.arguments, "(@ai@as)", &rawIds, &rawNames);
+  const GVariantPtr idList(rawIds);
+  const GVariantPtr nameList(rawNames);
+  const PropertyFilter filter = propertyFilterOf(nameList.get());
+
+  GVariantBuilder answer;
+  g_variant_builder_init(&answer, G_VARIANT_TYPE("a(ia{sv})"));
+  const auto add = [&](const MenuEntry& entry) {
+    g_variant_builder_add(&answer, "(i@a{sv})", entry.id, menuProperties(entry, filter, names_));
+  };
+  // Each entry once, however often it is asked for; unknown ids are left out; no ids are all.
+  const std::vector<int> ids = readIds(idList.get());
+  const std::set<int> wanted(ids.begin(), ids.end());
+  for (const auto& [id, entry] : layout_.entries())
+    if (wanted.empty() || wanted.contains(id)) add(*entry);
+  g_dbus_method_invocation_return_value(call.invocation, g_variant_new("(a(ia{sv}))", &answer));
+}
+
+void DbusMenu::getProperty(const ExportedObject::Call& call) {
+  int id = 0;
+  const char* name = nullptr;
+  g_variant_get(call.arguments, "(i&s)", &id, &name);
+  const MenuEntry* entry = layout_.find(id);
+  if (!entry) return refuseId(call);
+  GVariant* value = menuProperty(*entry, name, names_);
+  if (!value) {
+    g_dbus_method_invocation_return_error_literal(call.invocation, G_DBUS_ERROR,
+                                                  G_DBUS_ERROR_INVALID_ARGS, "No such property");
+    return;
+  }
+  g_dbus_method_invocation_return_value(call.invocation, g_variant_new("(v)", value));
+}
+
+void DbusMenu::event(const ExportedObject::Call& call) {
+  int id = 0;
+  const char* name = nullptr;
+  g_variant_get(call.arguments, "(i&svu)", &id, &name, nullptr, nullptr);
+  const MenuEntry* entry = layout_.find(id);
+  if (!entry) return refuseId(call);
+  receive(*entry, name, call.sender);
+  g_dbus_method_invocation_return_value(call.invocation, nullptr);
+}
+
+void DbusMenu::eventGroup(const ExportedObject::Call& call) {
+  const GVariantPtr events(g_variant_get_child_value(call.arguments, 0));
+  std::vector<int> unknown;
+  const gsize count = g_variant_n_children(events.get());
+  for (gsize i = 0; i < count; ++i) {
+    const GVariantPtr each(g_variant_get_child_value(events.get(), i));
+    int id = 0;
+    const char* name = nullptr;
+    g_variant_get(each.get(), "(i&svu)", &id, &name, nullptr, nullptr);
+    // Looked up one by one: what an event calls back may change the layout.
+    if (const MenuEntry* entry = layout_.find(id)) {
+      receive(*entry, name, call.sender);
+    } else {
+      unknown.push_back(id);
+    }
+  }
+  if (count > 0 && unknown.size() == count) return refuseId(call);
+  g_dbus_method_invocation_return_value(call.invocation, g_variant_new("(@ai)", idsOf(unknown)));
+}
+
+void DbusMenu::aboutToShow(const ExportedObject::Call& call) {
+  int id = 0;
+  g_variant_get(call.arguments, "(i)", &id);
+  if (!layout_.find(id)) return refuseId(call);
+  const bool hasChanged = update();
+  g_dbus_method_invocation_return_value(call.invocation, g_variant_new("(b)", hasChanged));
+}
+
+void DbusMenu::aboutToShowGroup(const ExportedObject::Call& call) {
+  const GVariantPtr idList(g_variant_get_child_value(call.arguments, 0));
+  std::vector<int> known;
+  std::vector<int> unknown;
+  for (const int id : readIds(idList.get())) (layout_.find(id) ? known : unknown).push_back(id);
+  if (known.empty() && !unknown.empty()) return refuseId(call);
+  if (known.empty() || !update()) known.clear();
+  g_dbus_method_invocation_return_value(call.invocation,
+                                        g_variant_new("(@ai@ai)", idsOf(known), idsOf(unknown)));
+}
+
+void DbusMenu::receive(const MenuEntry& entry, const std::string& event, const char* sender) {
+  if (event == "clicked") return choose(entry);
+  if (event == "opened") return open(entry, sender);
+  if (event == "closed") return close(entry.id);
+}
+
+void DbusMenu::choose(const MenuEntry& entry) {
+  // Nobody chooses twice within one turn; a second one is dropped rather than piled up.
+  if (entry.isSeparator || !entry.isEnabled || !entry.action || isActionWaiting_) return;
+  isActionWaiting_ = true;
+  loop_.async([this, alive = std::weak_ptr(isAlive_), action = entry.action] {
+    if (!alive.expired()) isActionWaiting_ = false;
+    action();
+  });
+}
+
+void DbusMenu::open(const MenuEntry& entry, const char* sender) {
+  const int id = entry.id;
+  Menu* menu = id == DbusMenuLayout::kRootId ? menu_ : entry.submenu.get();
+  if (!menu || open_.contains(id)) return;
+  open_.emplace(id, OpenMenu{entry.submenu, menu,
+                             std::make_unique<NameWatch>(object_->connection(), sender,
+                                                         [this, id](const std::string& owner) {
+                                                           if (owner.empty()) close(id);
+                                                         })});
+  menu->willOpen();
+}
+
+void DbusMenu::close(int id) {
+  auto closed = open_.extract(id);
+  if (!closed.empty()) closed.mapped().menu->didClose();
+}
+
+void DbusMenu::closeAll() {
+  while (!open_.empty()) close(open_.begin()->first);
+}
+
+}  // namespace kelvane

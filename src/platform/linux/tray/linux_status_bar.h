@@ -1,0 +1,62 @@
+// The status bar of Linux desktops: one StatusNotifierItem with its menu, for whatever host the
+// session has, now or later. Main thread.
+//
+// Hiding the item is leaving the bus, because a host may show a passive item all the same. What the
+// application sets within one turn of the main loop is rendered once, at the end of the turn; while
+// the item is hidden, or nobody is there to show it, nothing is rendered.
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+
+#include <gio/gio.h>
+
+#include "platform/geometry.h"
+#include "platform/linux/drawing/font_faces.h"
+#include "platform/portable/run_loop_queue.h"
+#include "platform/status_bar.h"
+
+namespace kelvane {
+
+// What the status bar asks of, and tells to, whoever makes it. Empty functions are allowed.
+struct TrayOptions {
+  // The session bus, for watching hosts and reading the desktop's settings; the item itself opens a
+  // connection of its own to the same bus. Null: no bus, and the item is never shown.
+  GDBusConnection* sessionBus = nullptr;
+  // The address the item connects to; empty: that of the session bus.
+  std::string busAddress;
+
+  // The user clicked the item and the host left it to us: where to open the menu, in pixels of the
+  // root window, when the host says so. Runs on the main queue.
+  std::function<void(std::optional<Point> where)> activated;
+  // A token that lets the window opened next take the focus; comes before `activated`.
+  std::function<void(const std::string& token)> activationToken;
+  // Rewrites a text for programs that may have no glyph for one of its characters.
+  std::function<std::string(std::string text)> replaceUncoveredCharacters;
+  // The desktop's interface font was found out or has changed, and the fonts have taken it over, so
+  // texts measure differently: its family, without size and style.
+  std::function<void(const std::string& family)> fontFamilyChanged;
+};
+
+class LinuxStatusBar : public StatusBar {
+ public:
+  // Draws texts with `fonts` and keeps their family the desktop's.
+  LinuxStatusBar(RunLoopQueue& loop, FontFaces& fonts, TrayOptions options);
+  ~LinuxStatusBar() override;
+
+  // An item outlives neither the bar nor the loop. One item at a time is shown.
+  std::unique_ptr<StatusItem> makeItem(double length) override;
+
+  // For reports on the state of the tray: the process that shows it, empty while there is none, and
+  // whether it has taken the item.
+  std::string hostName() const;
+  bool isRegistered() const;
+
+ private:
+  class Impl;
+  std::unique_ptr<Impl> impl_;
+};
+
+}  // namespace kelvane

@@ -1,0 +1,172 @@
+#include "platform/linux/tray/linux_status_item.h"
+
+#include <utility>
+
+#include "platform/linux/tray/item_picture.h"
+#include "platform/linux/tray/linux_status_bar.h"
+
+namespace kelvane {
+namespace {
+
+std::string withoutMarkup(const std::string& text) {
+  const GCharPtr escaped(g_markup_escape_text(text.data(), static_cast<gssize>(text.size())));
+  return escaped.get();
+}
+
+std::string validUtf8(const std::string& text) {
+  const GCharPtr valid(g_utf8_make_valid(text.data(), static_cast<gssize>(text.size())));
+  return valid.get();
+}
+
+}  // namespace
+
+LinuxStatusItem::LinuxStatusItem(RunLoopQueue& loop, FontFaces& fonts, const TrayOptions& options,
+                                 const std::string& busAddress, TraySurroundings surroundings,
+                                 double length, std::function<void()> destroyed)
+    : loop_(loop),
+      fonts_(fonts),
+      options_(options),
+      surroundings_(std::move(surroundings)),
+      destroyed_(std::move(destroyed)),
+      menu_(loop, options.replaceUncoveredCharacters),
+      item_(loop, busAddress, menu_,
+            {[this](Point where) { activate(where); },
+             [this](const std::string& token) {
+               if (options_.activationToken) options_.activationToken(token);
+             },
+             [this] {
+               mustRegister_ = true;
+               flushLater();
+             }}) {
+  content_.length = length;
+  // The handshake runs in a thread of the bus library while the application starts up.
+  item_.connect();
+  mustRegister_ = surroundings_.hasHost;
+  flushLater();
+}
+
+LinuxStatusItem::~LinuxStatusItem() { destroyed_(); }
+
+void LinuxStatusItem::hostChanged(TraySurroundings surroundings) {
+  mustRegister_ = surroundings.hasHost;
+  surroundingsChanged(std::move(surroundings));
+  flushLater();
+}
+
+void LinuxStatusItem::surroundingsChanged(TraySurroundings surroundings) {
+  const TraySurroundings before = std::exchange(surroundings_, std::move(surroundings));
+  const Slot& slot = surroundings_.slot;
+  const auto& bar = surroundings_.barAppearance;
+  if (slot != before.slot || bar != before.barAppearance) contentChanged();
+  const std::weak_ptr alive(isAlive_);
+  if (bar.value_or(Appearance::dark) != before.barAppearance.value_or(Appearance::dark))
+    appearanceObservers_.notify();
+  if (!alive.expired() && slot != before.slot) slotObservers_.notify();
+}
+
+void LinuxStatusItem::setVisible(bool visible) {
+  if (visible == isVisible_) return;
+  isVisible_ = visible;
+  flushLater();
+}
+
+void LinuxStatusItem::setLength(double length) {
+  content_.length = length;
+  contentChanged();
+}
+
+void LinuxStatusItem::setTitle(const std::string& title) {
+  AttributedText plain;
+  if (!title.empty()) plain.runs.push_back({title, {}, {}, {}});
+  setAttributedTitle(plain);
+}
+
+void LinuxStatusItem::setAttributedTitle(const AttributedText& title) {
+  content_.title = title;
+  contentChanged();
+}
+
+void LinuxStatusItem::setImage(std::optional<Image> image) {
+  content_.image = std::move(image);
+  contentChanged();
+}
+
+void LinuxStatusItem::addHoverView(HoverView view) {
+  hoverViews_.push_back(std::move(view));
+  contentChanged();
+}
+
+Appearance LinuxStatusItem::effectiveAppearance() const {
+  // What is not known is drawn light with a dark halo, which reads on both.
+  return surroundings_.barAppearance.value_or(Appearance::dark);
+}
+
+std::unique_ptr<StatusItemObservation> LinuxStatusItem::observeEffectiveAppearance(
+    std::function<void()> callback) {
+  auto observation = appearanceObservers_.add(callback);
+  callback();
+  return observation;
+}
+
+std::unique_ptr<StatusItemObservation> LinuxStatusItem::observeSlot(
+    std::function<void()> callback) {
+  return slotObservers_.add(std::move(callback));
+}
+
+void LinuxStatusItem::contentChanged() {
+  isContentStale_ = true;
+  flushLater();
+}
+
+void LinuxStatusItem::flushLater() {
+  if (std::exchange(isFlushWaiting_, true)) return;
+  loop_.async([this, alive = std::weak_ptr(isAlive_)] {
+    if (!alive.expired()) flush();
+  });
+}
+
+void LinuxStatusItem::flush() {
+  isFlushWaiting_ = false;
+  if (!isVisible_) return item_.disconnect();
+  item_.connect();
+  if (!surroundings_.hasHost) return;
+  const bool mustRegister = item_.isConnected() && std::exchange(mustRegister_, false);
+  const auto render = [this] {
+    if (std::exchange(isContentStale_, false)) renderContent();
+  };
+  if (mustRegister) return item_.registerFor(surroundings_.profile, render);
+  if (!isContentStale_) return;
+  render();
+  // Two hosts show the menu as they know it, so it is right before they are asked for it.
+  menu_.update();
+}
+
+void LinuxStatusItem::renderContent() {
+  const Slot& slot = surroundings_.slot;
+  const Bitmap picture = renderItem(fonts_, slot, surroundings_.barAppearance, content_);
+  item_.setIcon(picture.width, picture.height, straightBigEndianArgb(picture));
+  item_.setLabel(slot.showsTextBeside ? forOthers(content_.title.plainText()) : "");
+  if (hoverViews_.empty()) return;
+  // The latest view covers the others.
+  const std::string text = forOthers(hoverViews_.back().text());
+  item_.setToolTip(surroundings_.profile.readsMarkupInToolTip ? withoutMarkup(text) : text);
+}
+
+std::string LinuxStatusItem::forOthers(std::string text) const {
+  if (options_.replaceUncoveredCharacters)
+    text = options_.replaceUncoveredCharacters(std::move(text));
+  return validUtf8(text);
+}
+
+void LinuxStatusItem::activate(Point where) {
+  // Clicks of one turn are one click.
+  if (!options_.activated || std::exchange(isActivationWaiting_, true)) return;
+  loop_.async([this, where, alive = std::weak_ptr(isAlive_)] {
+    if (alive.expired()) return;
+    isActivationWaiting_ = false;
+    options_.activated(surroundings_.profile.givesRootCoordinates ? std::optional(where)
+                                                                  : std::nullopt);
+  });
+}
+
+}  // namespace kelvane

@@ -1,0 +1,165 @@
+// For tests on a bus of their own: dbus-daemon, other programs on it, and a main loop that runs
+// until something is true. The tests fail when there is no dbus-daemon.
+#pragma once
+
+#include <functional>
+#include <map>
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include <gio/gio.h>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <sys/prctl.h>
+
+#include "platform/linux/glib/bus.h"
+#include "platform/linux/glib/glib_run_loop.h"
+#include "platform/linux/tray/exported_object.h"
+#include "platform/menu.h"
+
+namespace kelvane {
+
+class PrivateBusTest : public testing::Test {
+ protected:
+  PrivateBusTest() : bus_(g_test_dbus_new(G_TEST_DBUS_NONE)) {
+    g_test_dbus_up(bus_.get());  // aborts, with words, when there is no dbus-daemon
+    address = g_test_dbus_get_bus_address(bus_.get());
+  }
+  ~PrivateBusTest() override {
+    runUntilIdle();
+    g_test_dbus_down(bus_.get());
+  }
+
+  // The default main context runs until `done`; false after five seconds.
+  static bool runUntil(const std::function<bool()>& done) {
+    bool isLate = false;
+    const guint timer = g_timeout_add_seconds(
+        5,
+        [](gpointer late) -> gboolean {
+          *static_cast<bool*>(late) = true;
+          return G_SOURCE_CONTINUE;
+        },
+        &isLate);
+    while (!done() && !isLate) g_main_context_iteration(nullptr, TRUE);
+    g_source_remove(timer);
+    return done();
+  }
+  static void runUntilIdle() {
+    while (g_main_context_iteration(nullptr, FALSE)) {
+    }
+  }
+
+  GObjectPtr<GDBusConnection> connect() const {
+    GError* rawError = nullptr;
+    GDBusConnection* connection = g_dbus_connection_new_for_address_sync(
+        address.c_str(),
+        static_cast<GDBusConnectionFlags>(G_DBUS_CONNECTION_FLAGS_AUTHENTICATION_CLIENT |
+                                          G_DBUS_CONNECTION_FLAGS_MESSAGE_BUS_CONNECTION),
+        nullptr, nullptr, &rawError);
+    const GErrorPtr error(rawError);
+    EXPECT_NE(connection, nullptr) << error->message;
+    return GObjectPtr<GDBusConnection>(connection);
+  }
+
+  // What the bus itself is asked, answered at once.
+  static GVariantPtr askBus(GDBusConnection* connection, const char* method, GVariant* arguments) {
+    GError* rawError = nullptr;
+    GVariantPtr reply(g_dbus_connection_call_sync(
+        connection, "org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus", method,
+        arguments, nullptr, G_DBUS_CALL_FLAGS_NONE, 5000, nullptr, &rawError));
+    const GErrorPtr error(rawError);
+    EXPECT_NE(reply, nullptr) << method << ": " << error->message;
+    return reply;
+  }
+
+  // Another program: calls, and waits for the answer with the loop running.
+  static BusReply call(GDBusConnection* connection, const BusCalls::Target& target,
+                       const char* method, GVariant* arguments, const char* type = "r") {
+    BusCalls calls;
+    BusReply answer;
+    bool isThere = false;
+    calls.call(connection, target, method, arguments, type, [&](BusReply reply) {
+      answer = std::move(reply);
+      isThere = true;
+    });
+    EXPECT_TRUE(runUntil([&] { return isThere; })) << method << " was not answered";
+    return answer;
+  }
+
+  // A service with canned answers, by method; a null answer is an error.
+  struct Service {
+    GObjectPtr<GDBusConnection> connection;
+    std::unique_ptr<ExportedObject> object;
+    std::vector<std::string> calls;
+  };
+  std::unique_ptr<Service> serve(const std::string& name, const std::string& path,
+                                 const std::string& interfaceXml,
+                                 std::function<GVariant*(const ExportedObject::Call&)> answer) {
+    auto service = std::make_unique<Service>();
+    service->connection = connect();
+    nodes_.push_back(parseInterface(("<node>" + interfaceXml + "</node>").c_str()));
+    service->object = std::make_unique<ExportedObject>(
+        service->connection.get(), path, nodes_.back()->interfaces[0],
+        ExportedObject::Handlers{[answer = std::move(answer),
+                                  calls = &service->calls](const ExportedObject::Call& call) {
+                                   calls->emplace_back(call.method);
+                                   GVariant* value = answer(call);
+                                   if (value)
+                                     return g_dbus_method_invocation_return_value(call.invocation,
+                                                                                  value);
+                                   g_dbus_method_invocation_return_error_literal(
+                                       call.invocation, G_DBUS_ERROR, G_DBUS_ERROR_FAILED, "No");
+                                 },
+                                 [](std::string_view) -> GVariant* { return nullptr; }});
+    own(service->connection.get(), name);
+    return service;
+  }
+  // 3: allow replacement, replace.
+  static void own(GDBusConnection* connection, const std::string& name) {
+    askBus(connection, "RequestName", g_variant_new("(su)", name.c_str(), 3));
+  }
+
+  std::string address;
+
+ private:
+  GObjectPtr<GTestDBus> bus_;
+  std::vector<GDBusNodeInfoPtr> nodes_;
+};
+
+// The test's process is called something else while this lives.
+class ProcessName {
+ public:
+  explicit ProcessName(const char* name) {
+    prctl(PR_GET_NAME, before_);
+    prctl(PR_SET_NAME, name);
+  }
+  ~ProcessName() { prctl(PR_SET_NAME, before_); }
+  ProcessName(const ProcessName&) = delete;
+  ProcessName& operator=(const ProcessName&) = delete;
+
+ private:
+  char before_[16] = {};
+};
+
+// A menu whose lines are made anew by every update, as the application's are.
+class ScriptedMenu : public Menu {
+ public:
+  const std::vector<MenuLine>& lines() const override { return lines_; }
+  void needsUpdate() override {
+    ++updates;
+    if (make) lines_ = make();
+  }
+  void willOpen() override { history.push_back("opened"); }
+  void didClose() override { history.push_back("closed"); }
+
+  std::function<std::vector<MenuLine>()> make;
+  int updates = 0;
+  std::vector<std::string> history;
+
+ private:
+  std::vector<MenuLine> lines_;
+};
+
+}  // namespace kelvane

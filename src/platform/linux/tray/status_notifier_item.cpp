@@ -1,0 +1,252 @@
+#include "platform/linux/tray/status_notifier_item.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "platform/linux/tray/watcher.h"
+
+namespace kelvane {
+namespace {
+
+constexpr const char* kPath = "/StatusNotifierItem";
+constexpr const char* kId = "org.kelvane.Kelvane";
+constexpr const char* kTitle = "Kelvane";
+// A watcher may own its name before it answers, and a bus may be restarting; after these attempts
+// the next new owner or the next showing is waited for.
+constexpr int kMostFailures = 5;
+constexpr double kFirstRetry = 0.25;  // seconds, doubled each time
+
+constexpr const char* kCommonPart = R"xml(
+  <property name="Category" type="s" access="read"/>
+  <property name="Id" type="s" access="read"/>
+  <property name="Title" type="s" access="read"/>
+  <property name="Status" type="s" access="read"/>
+  <property name="WindowId" type="i" access="read"/>
+  <property name="IconPixmap" type="a(iiay)" access="read"/>
+  <property name="ToolTip" type="(sa(iiay)ss)" access="read"/>
+  <property name="ItemIsMenu" type="b" access="read"/>
+  <property name="Menu" type="o" access="read"/>
+  <method name="ProvideXdgActivationToken"><arg name="token" type="s" direction="in"/></method>
+  <method name="SecondaryActivate">
+    <arg name="x" type="i" direction="in"/><arg name="y" type="i" direction="in"/>
+  </method>
+  <method name="ContextMenu">
+    <arg name="x" type="i" direction="in"/><arg name="y" type="i" direction="in"/>
+  </method>
+  <method name="Scroll">
+    <arg name="delta" type="i" direction="in"/><arg name="orientation" type="s" direction="in"/>
+  </method>
+  <signal name="NewIcon"/>
+  <signal name="NewToolTip"/>
+)xml";
+// GNOME waits for a double click before it opens the menu of an item that has an Activate, and
+// shows a label only if the property is there from the start.
+constexpr const char* kLabelPart = R"xml(
+  <property name="XAyatanaLabel" type="s" access="read"/>
+  <property name="XAyatanaLabelGuide" type="s" access="read"/>
+  <signal name="XAyatanaNewLabel"><arg type="s"/><arg type="s"/></signal>
+)xml";
+// Everyone else; MATE shows a label, even an empty one, in place of the icon.
+constexpr const char* kActivatePart = R"xml(
+  <method name="Activate">
+    <arg name="x" type="i" direction="in"/><arg name="y" type="i" direction="in"/>
+  </method>
+)xml";
+
+GDBusInterfaceInfo* interfaceFor(bool hasLabel) {
+  const auto parse = [](const char* part) {
+    return parseInterface((std::string(R"(<node><interface name="org.kde.StatusNotifierItem">)") +
+                           kCommonPart + part + "</interface></node>")
+                              .c_str());
+  };
+  static GDBusNodeInfoPtr withLabel;
+  static GDBusNodeInfoPtr withActivate;
+  GDBusNodeInfoPtr& node = hasLabel ? withLabel : withActivate;
+  if (!node) node = parse(hasLabel ? kLabelPart : kActivatePart);
+  return node->interfaces[0];
+}
+
+GVariant* noPixmaps() { return g_variant_new_array(G_VARIANT_TYPE("(iiay)"), nullptr, 0); }
+
+}  // namespace
+
+StatusNotifierItem::StatusNotifierItem(RunLoopQueue& loop, std::string busAddress, DbusMenu& menu,
+                                       Events events)
+    : loop_(loop),
+      busAddress_(std::move(busAddress)),
+      menu_(menu),
+      events_(std::move(events)),
+      pixels_(sinkVariant(g_variant_new_array(G_VARIANT_TYPE_BYTE, nullptr, 0))),
+      icon_(sinkVariant(noPixmaps())) {}
+
+StatusNotifierItem::~StatusNotifierItem() { disconnect(); }
+
+void StatusNotifierItem::connect() {
+  if (connection_ || connecting_ || busAddress_.empty()) return;
+  retry_.reset();
+  connecting_.reset(g_cancellable_new());
+  g_dbus_connection_new_for_address(
+      busAddress_.c_str(),
+      static_cast<GDBusConnectionFlags>(G_DBUS_CONNECTION_FLAGS_AUTHENTICATION_CLIENT |
+                                        G_DBUS_CONNECTION_FLAGS_MESSAGE_BUS_CONNECTION),
+      nullptr, connecting_.get(),
+      [](GObject*, GAsyncResult* result, gpointer data) {
+        GError* rawError = nullptr;
+        GDBusConnection* connection = g_dbus_connection_new_for_address_finish(result, &rawError);
+        const GErrorPtr error(rawError);
+        // Whoever wanted it is gone.
+        if (error && g_error_matches(error.get(), G_IO_ERROR, G_IO_ERROR_CANCELLED)) return;
+        static_cast<StatusNotifierItem*>(data)->connected(connection);
+      },
+      this);
+}
+
+void StatusNotifierItem::connected(GDBusConnection* connection) {
+  connecting_.reset();
+  if (!connection) {
+    retryLater(kFirstRetry, &StatusNotifierItem::connect);
+    return;
+  }
+  connection_.reset(connection);
+  closedHandler_ = g_signal_connect(
+      connection, "closed", G_CALLBACK(+[](GDBusConnection*, gboolean, GError*, gpointer data) {
+        static_cast<StatusNotifierItem*>(data)->connectionLost();
+      }),
+      this);
+  events_.connectionChanged();
+}
+
+void StatusNotifierItem::connectionLost() {
+  disconnect();
+  retryLater(kFirstRetry, &StatusNotifierItem::connect);
+  events_.connectionChanged();
+}
+
+void StatusNotifierItem::disconnect() {
+  retry_.reset();
+  if (connecting_) g_cancellable_cancel(connecting_.get());
+  connecting_.reset();
+  calls_.reset();
+  isRegistered_ = false;
+  if (!connection_) return;
+  menu_.withdraw();
+  object_.reset();
+  g_signal_handler_disconnect(connection_.get(), closedHandler_);
+  g_dbus_connection_close(connection_.get(), nullptr, nullptr, nullptr);
+  connection_.reset();
+}
+
+void StatusNotifierItem::retryLater(double seconds, void (StatusNotifierItem::*what)()) {
+  if (++failures_ > kMostFailures) return;
+  retry_ = loop_.startTimer(seconds * (1 << (failures_ - 1)), false, [this, what] {
+    const auto running = std::move(retry_);
+    (this->*what)();
+  });
+}
+
+void StatusNotifierItem::registerFor(const HostProfile& profile,
+                                     const std::function<void()>& fillIn) {
+  if (!connection_) return;
+  failures_ = 0;
+  retry_.reset();
+  isRegistered_ = false;
+  // Hosts read within milliseconds, so the objects are there before they hear of them.
+  object_.reset();
+  hasLabel_ = profile.slot.showsTextBeside;
+  menu_.exportOn(connection_.get(), profile.usesQtKeyNames ? KeyNames::qt : KeyNames::gtk);
+  object_ = std::make_unique<ExportedObject>(
+      connection_.get(), kPath, interfaceFor(hasLabel_),
+      ExportedObject::Handlers{[this](const ExportedObject::Call& call) { handle(call); },
+                               [this](std::string_view name) { return property(name); }});
+  callWatcher();
+  isQuiet_ = true;
+  fillIn();
+  isQuiet_ = false;
+}
+
+void StatusNotifierItem::callWatcher() {
+  calls_ = std::make_unique<BusCalls>();
+  calls_->call(connection_.get(), {Watcher::kName, "/StatusNotifierWatcher", Watcher::kName},
+               "RegisterStatusNotifierItem",
+               g_variant_new("(s)", g_dbus_connection_get_unique_name(connection_.get())), "()",
+               [this](const BusReply& reply) {
+                 isRegistered_ = static_cast<bool>(reply);
+                 if (!reply) retryLater(kFirstRetry, &StatusNotifierItem::callWatcher);
+               });
+}
+
+void StatusNotifierItem::setIcon(int width, int height, std::span<const std::uint8_t> argb) {
+  // g_variant_equal would print both to compare them.
+  gsize size = 0;
+  const auto* pixels =
+      static_cast<const std::uint8_t*>(g_variant_get_fixed_array(pixels_.get(), &size, 1));
+  if (width == width_ && std::ranges::equal(argb, std::span(pixels, size))) return;
+  width_ = width;
+  pixels_ =
+      sinkVariant(g_variant_new_fixed_array(G_VARIANT_TYPE_BYTE, argb.data(), argb.size(), 1));
+  if (argb.empty()) {
+    icon_ = sinkVariant(noPixmaps());
+  } else {
+    GVariant* pixmap = g_variant_new("(ii@ay)", width, height, pixels_.get());
+    icon_ = sinkVariant(g_variant_new_array(nullptr, &pixmap, 1));
+  }
+  emit("NewIcon");
+}
+
+void StatusNotifierItem::setLabel(const std::string& label) {
+  if (label == label_) return;
+  label_ = label;
+  if (hasLabel_) emit("XAyatanaNewLabel", g_variant_new("(ss)", label_.c_str(), ""));
+}
+
+void StatusNotifierItem::setToolTip(const std::optional<std::string>& text) {
+  if (text == toolTip_) return;
+  toolTip_ = text;
+  emit("NewToolTip");
+}
+
+void StatusNotifierItem::handle(const ExportedObject::Call& call) {
+  // What is done about it may hide the item, so the host gets its answer first.
+  const GVariantPtr arguments = shareVariant(call.arguments);
+  const std::string method(call.method);
+  g_dbus_method_invocation_return_value(call.invocation, nullptr);
+  if (method == "ProvideXdgActivationToken") {
+    const char* token = nullptr;
+    g_variant_get(arguments.get(), "(&s)", &token);
+    if (events_.activationToken) events_.activationToken(token);
+  } else if (method == "Activate" || method == "ContextMenu") {
+    int x = 0;
+    int y = 0;
+    g_variant_get(arguments.get(), "(ii)", &x, &y);
+    if (events_.activated) events_.activated({static_cast<double>(x), static_cast<double>(y)});
+  }
+  // A middle click and scrolling mean nothing here.
+}
+
+GVariant* StatusNotifierItem::property(std::string_view name) const {
+  if (name == "Category") return g_variant_new_string("Hardware");
+  if (name == "Id") return g_variant_new_string(kId);
+  if (name == "Title") return g_variant_new_string(kTitle);
+  if (name == "Status") return g_variant_new_string("Active");
+  if (name == "WindowId") return g_variant_new_int32(0);
+  if (name == "IconPixmap") return g_variant_ref(icon_.get());
+  // Hosts that obey open the menu by themselves on a left click; the others call Activate.
+  if (name == "ItemIsMenu") return g_variant_new_boolean(TRUE);
+  if (name == "Menu") return g_variant_new_object_path(DbusMenu::kPath);
+  if (name == "XAyatanaLabel") return g_variant_new_string(label_.c_str());
+  if (name == "XAyatanaLabelGuide") return g_variant_new_string("");
+  // One host shows nothing but the title, so it has the whole message.
+  if (name == "ToolTip" && toolTip_)
+    return g_variant_new("(s@a(iiay)ss)", "", noPixmaps(), toolTip_->c_str(), "");
+  return nullptr;
+}
+
+void StatusNotifierItem::emit(const char* signal, GVariant* parameters) const {
+  if (object_ && !isQuiet_) {
+    object_->emit(signal, parameters);
+  } else if (parameters) {
+    g_variant_unref(g_variant_ref_sink(parameters));
+  }
+}
+
+}  // namespace kelvane

@@ -1,0 +1,50 @@
+#include "platform/linux/tray/watcher.h"
+
+#include <fstream>
+#include <utility>
+
+namespace kelvane {
+namespace {
+
+std::string nameOfProcess(guint32 id) {
+  std::ifstream file("/proc/" + std::to_string(id) + "/comm");
+  std::string name;
+  std::getline(file, name);
+  return name;
+}
+
+}  // namespace
+
+Watcher::Watcher(GDBusConnection* bus, Handler handler)
+    : bus_(shareObject(bus)),
+      handler_(std::move(handler)),
+      watch_(bus, kName, [this](const std::string& owner) { ownerChanged(owner); }) {}
+
+void Watcher::ownerChanged(const std::string& owner) {
+  question_.reset();
+  if (owner.empty()) return tell({});
+  question_ = std::make_unique<BusCalls>();
+  // The bus itself answers, so this takes no longer than the rest of the registration. A process in
+  // another container is unknown here and stays so.
+  question_->call(bus_.get(),
+                  {"org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus"},
+                  "GetConnectionUnixProcessID", g_variant_new("(s)", owner.c_str()), "(u)",
+                  [this, owner](const BusReply& reply) {
+                    State state{owner, "", TrayHost::unknown};
+                    if (reply) {
+                      guint32 process = 0;
+                      g_variant_get(reply.value.get(), "(u)", &process);
+                      state.processName = nameOfProcess(process);
+                      state.host = hostOfProcess(state.processName);
+                    }
+                    tell(std::move(state));
+                  });
+}
+
+void Watcher::tell(State state) {
+  if (state == state_) return;
+  state_ = std::move(state);
+  handler_(state_);
+}
+
+}  // namespace kelvane

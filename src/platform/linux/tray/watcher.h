@@ -1,0 +1,44 @@
+// Follows the tray's watcher, org.kde.StatusNotifierWatcher, for as long as it lives: who owns the
+// name, and which host that is. It waits for signals and never polls. Main thread.
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+
+#include <gio/gio.h>
+
+#include "platform/linux/glib/bus.h"
+#include "platform/linux/tray/host_profile.h"
+
+namespace kelvane {
+
+class Watcher {
+ public:
+  static constexpr const char* kName = "org.kde.StatusNotifierWatcher";
+
+  struct State {
+    std::string owner;        // the unique name; empty while there is no watcher
+    std::string processName;  // empty when it can't be known
+    TrayHost host = TrayHost::unknown;
+    bool operator==(const State&) const = default;
+  };
+  // Called for every new owner once its host is known, and when there is none any more.
+  using Handler = std::function<void(const State&)>;
+
+  Watcher(GDBusConnection* bus, Handler handler);
+
+  const State& state() const { return state_; }
+
+ private:
+  void ownerChanged(const std::string& owner);
+  void tell(State state);
+
+  GObjectPtr<GDBusConnection> bus_;
+  Handler handler_;
+  State state_;
+  std::unique_ptr<BusCalls> question_;
+  NameWatch watch_;
+};
+
+}  // namespace kelvane

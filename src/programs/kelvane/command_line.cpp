@@ -1,0 +1,157 @@
+#include "programs/kelvane/command_line.h"
+
+#include <algorithm>
+#include <cmath>
+#include <iostream>
+#include <map>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include <CLI/CLI.hpp>
+
+#include "platform/linux/preferences/plist_preferences.h"
+#include "programs/kelvane/demo_command.h"
+#include "programs/kelvane/render_command.h"
+#include "programs/kelvane/resident.h"
+#include "programs/kelvane/settings_command.h"
+#include "programs/kelvane/status_command.h"
+
+namespace kelvane {
+namespace {
+
+constexpr int kWrongUse = 2;
+
+// The battery that the options of `render` state, if any does.
+struct StatedBattery {
+  double level = 0.57;
+  bool isOnPower = false;
+  bool isNotCharging = false;
+  double estimate = kTimeRemainingUnknown;
+  int minutesUntilFull = 65535;
+  BatteryWarningLevel warning = BatteryWarningLevel::none;
+  std::vector<CLI::Option*> options;
+
+  void addTo(CLI::App& command) {
+    const std::string group = "A stated battery, in place of the computer's";
+    options = {
+        command.add_option("--level", level, "Charge from 0 to 1")->check(CLI::Range(0.0, 1.0)),
+        command.add_flag("--on-power", isOnPower, "A power adapter is connected"),
+        command.add_flag("--not-charging", isNotCharging, "It is, but the battery is not charging"),
+        command.add_option("--estimate", estimate, "Seconds until empty; -1 while unknown"),
+        command.add_option("--minutes-until-full", minutesUntilFull, "While on power"),
+        command.add_option("--warning", warning, "The system's warning: none, early or final")
+            ->transform(CLI::CheckedTransformer(
+                std::map<std::string, BatteryWarningLevel>{{"none", BatteryWarningLevel::none},
+                                                           {"early", BatteryWarningLevel::early},
+                                                           {"final", BatteryWarningLevel::final}})),
+    };
+    for (CLI::Option* option : options) option->group(group);
+  }
+
+  std::optional<MemoryBattery> battery() const {
+    if (std::ranges::none_of(options, [](const CLI::Option* o) { return o->count() > 0; }))
+      return std::nullopt;
+    return MemoryBattery{.percent = static_cast<int>(std::lround(level * 100)),
+                         .isOnPower = isOnPower,
+                         .isCharging = isOnPower && !isNotCharging,
+                         .estimate = estimate,
+                         .minutesUntilFull = minutesUntilFull,
+                         .warning = warning};
+  }
+};
+
+struct RenderArguments {
+  RenderOptions options;
+  StatedBattery stated;
+  std::vector<std::string> settings;
+
+  void addTo(CLI::App& command) {
+    Slot& slot = options.place.slot;
+    command.add_option("--out", options.out, "The PNG file to write")->required();
+    command.add_option("--scale", slot.scale, "Pixels per point")->check(CLI::Range(0.5, 16.0));
+    command.add_option("--height", slot.height, "Height of the bar's slot in points")
+        ->check(CLI::Range(8.0, 256.0));
+    command.add_option("--shape", slot.shape, "Shape of the bar's slot: wide or square")
+        ->transform(CLI::CheckedTransformer(std::map<std::string, Slot::Shape>{
+            {"wide", Slot::Shape::wide}, {"square", Slot::Shape::square}}));
+    command.add_option("--bar", options.place.bar, "The bar's colour: light or dark")
+        ->transform(CLI::CheckedTransformer(std::map<std::string, Appearance>{
+            {"light", Appearance::light}, {"dark", Appearance::dark}}));
+    command.add_option("--font", options.fontFamily, "Font family; the system's when not given");
+    command.add_option("--set", settings, "A setting for this picture, as KEY=VALUE");
+    stated.addTo(command);
+  }
+
+  int run(const PowerOptions& power) {
+    options.power = power;
+    options.battery = stated.battery();
+    for (const std::string& setting : settings) {
+      const auto equals = setting.find('=');
+      if (equals == std::string::npos) {
+        std::cerr << "kelvane: --set takes KEY=VALUE\n";
+        return kWrongUse;
+      }
+      options.settings.emplace_back(setting.substr(0, equals), setting.substr(equals + 1));
+    }
+    return runRenderCommand(options, std::cerr);
+  }
+};
+
+int runSettings(const std::vector<std::string>& arguments) {
+  PlistPreferences preferences;
+  return runSettingsCommand(arguments, preferences, std::cout, std::cerr);
+}
+
+}  // namespace
+
+int runCommandLine(int argumentCount, char** arguments) {
+  CLI::App program("Kelvane shows the laptop's battery in the tray.", "kelvane");
+  program.set_version_flag("--version", "kelvane " KELVANE_VERSION);
+  program.require_subcommand(0, 1);
+
+  PowerOptions power = environmentPowerOptions();
+  bool hasNoUPower = false;
+  program.fallthrough();
+  program
+      .add_option("--power-supply", power.directory,
+                  "Read the batteries from DIR in place of /sys/class/power_supply")
+      ->type_name("DIR");
+  program.add_flag("--no-upower", hasNoUPower, "Leave UPower out");
+
+  bool isJson = false;
+  CLI::App* status = program.add_subcommand("status", "Print the battery in one line");
+  status->add_flag("--json", isJson, "As JSON, for bars such as Waybar and i3status");
+
+  RenderArguments render;
+  CLI::App* renderCommand = program.add_subcommand("render", "Write the item as a PNG file");
+  render.addTo(*renderCommand);
+
+  CLI::App* settings = program.add_subcommand(
+      "settings", "Settings: list, get KEY, or set KEY VALUE (values are JSON)");
+  settings->prefix_command();
+
+  DemoOptions demoOptions;
+  CLI::App* demo =
+      program.add_subcommand("demo", "Run on a scripted battery and leave pictures of it");
+  demo->add_option("--out", demoOptions.folder, "The folder for the pictures")->type_name("DIR");
+
+  try {
+    program.parse(argumentCount, arguments);
+  } catch (const CLI::ParseError& error) {
+    const bool isRequest = error.get_exit_code() == 0;  // help or version
+    if (isRequest) return program.exit(error);
+    std::cerr << "kelvane: " << error.what() << "\n";
+    return kWrongUse;
+  }
+  if (hasNoUPower) power.useUPower = false;
+
+  if (*status) return runStatusCommand(power, isJson, std::cout);
+  if (*renderCommand) return render.run(power);
+  if (*settings) return runSettings(settings->remaining());
+  if (*demo) return runDemoCommand(demoOptions, std::cout, std::cerr);
+  return runResident(power);
+}
+
+}  // namespace kelvane

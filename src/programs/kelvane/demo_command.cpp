@@ -1,0 +1,154 @@
+#include "programs/kelvane/demo_command.h"
+
+#include <filesystem>
+#include <memory>
+#include <ostream>
+#include <system_error>
+#include <utility>
+
+#include <gio/gio.h>
+#include <stdlib.h>
+
+#include "app/app_state.h"
+#include "platform/linux/drawing/cairo_graphics.h"
+#include "platform/linux/glib/glib_ptr.h"
+#include "platform/linux/glib/glib_run_loop.h"
+#include "platform/linux/tray/linux_status_bar.h"
+#include "platform/memory/memory_computer.h"
+#include "programs/kelvane/demo_page.h"
+#include "programs/kelvane/demo_script.h"
+#include "programs/kelvane/foreign_text.h"
+#include "programs/kelvane/item_sketch.h"
+#include "programs/kelvane/settings_command.h"
+
+namespace kelvane {
+namespace {
+
+constexpr double kTrayWait = 0.7;    // seconds for a host to take the item
+constexpr double kStepInTray = 1.4;  // long enough to be looked at
+constexpr double kStepWithoutTray = 0.01;
+
+class Demo {
+ public:
+  Demo(std::filesystem::path folder, std::ostream& out, std::ostream& errors)
+      : out_(out), errors_(errors), page_(std::move(folder), fonts_) {
+    GObjectPtr<GDBusConnection> bus(g_bus_get_sync(G_BUS_TYPE_SESSION, nullptr, nullptr));
+    if (bus) {
+      g_dbus_connection_set_exit_on_close(bus.get(), FALSE);
+      TrayOptions options;
+      options.sessionBus = bus.get();
+      options.replaceUncoveredCharacters = [this](std::string text) {
+        return replaceUncoveredCharacters(fonts_, std::move(text));
+      };
+      tray_ = std::make_unique<LinuxStatusBar>(loop_, fonts_, std::move(options));
+      bus_ = std::move(bus);
+    }
+    computer_.set(demoScript().front().battery);
+  }
+
+  int run() {
+    Platform platform = computer_.platform();
+    StatusBar& bar = tray_ ? static_cast<StatusBar&>(*tray_) : computer_.statusBar;
+    app_ = std::make_unique<AppState>(
+        Platform{platform.deviceRegistry, platform.powerSources, platform.preferences, loop_, bar,
+                 graphics_, platform.userNotifications, platform.windows, platform.loginItems,
+                 platform.workspace, platform.systemInfo, platform.textFormats},
+        settings_);
+    loop_.asyncAfter(tray_ ? kTrayWait : 0, [this] {
+      interval_ = tray_ && tray_->isRegistered() ? kStepInTray : kStepWithoutTray;
+      runStep(0);
+    });
+    return loop_.run();
+  }
+
+ private:
+  void runStep(std::size_t index) {
+    const auto& script = demoScript();
+    if (index == script.size()) {
+      finish(page_.writeIndex());
+      return;
+    }
+    const DemoStep& step = script[index];
+    for (const auto& [key, value] : step.settings) {
+      std::ostream silent(nullptr);
+      runSettingsCommand({"set", key, value}, computer_.preferences, silent, errors_);
+    }
+    computer_.set(step.battery);
+    computer_.powerSources.notify();
+    // What the change has set off is done by then.
+    loop_.asyncAfter(interval_ / 2, [this, index, &step] {
+      show(step);
+      if (auto failure = page_.addStep(step, computer_.registry, computer_.powerSources,
+                                       computer_.preferences)) {
+        finish(std::move(failure));
+        return;
+      }
+      loop_.asyncAfter(interval_ / 2, [this, index] { runStep(index + 1); });
+    });
+  }
+
+  void show(const DemoStep& step) {
+    out_ << "\n" << step.caption << "\n";
+    out_ << drawnInTerminal(sketchItem(computer_.registry, computer_.powerSources,
+                                       computer_.preferences, fonts_, {{.scale = 2}}));
+    app_->menu().needsUpdate();
+    std::string menu;
+    for (const MenuLine& line : app_->menu().lines())
+      if (!line.title.empty()) menu += (menu.empty() ? "" : " | ") + line.title;
+    out_ << "    menu:   " << menu << "\n";
+    for (; shownNotices_ < computer_.notifications.posted.size(); ++shownNotices_) {
+      const UserNotification& notice = computer_.notifications.posted[shownNotices_];
+      out_ << "    notice: " << notice.title << (notice.body.empty() ? "" : " - " + notice.body)
+           << "\n";
+    }
+    out_.flush();
+  }
+
+  void finish(const std::optional<std::string>& failure) {
+    if (failure) errors_ << "kelvane: " << *failure << "\n";
+    loop_.quit(failure ? 1 : 0);
+  }
+
+  std::ostream& out_;
+  std::ostream& errors_;
+  GObjectPtr<GDBusConnection> bus_;
+  GlibRunLoop loop_;
+  FontFaces fonts_;
+  CairoGraphics graphics_{fonts_};
+  MemoryComputer computer_;
+  SettingsKeys settings_{computer_.preferences};
+  std::unique_ptr<LinuxStatusBar> tray_;
+  DemoPage page_;
+  std::unique_ptr<AppState> app_;
+  double interval_ = kStepWithoutTray;
+  std::size_t shownNotices_ = 0;
+};
+
+// The folder to use, made if it is not there; absent when it can't be made.
+std::optional<std::filesystem::path> prepareFolder(const std::string& wanted,
+                                                   std::ostream& errors) {
+  std::error_code error;
+  if (!wanted.empty()) {
+    std::filesystem::create_directories(wanted, error);
+    if (!error) return std::filesystem::absolute(wanted, error);
+    errors << "kelvane: can't make " << wanted << ": " << error.message() << "\n";
+    return std::nullopt;
+  }
+  std::string name = (std::filesystem::temp_directory_path(error) / "kelvane-demo-XXXXXX").string();
+  if (!error && mkdtemp(name.data())) return name;
+  errors << "kelvane: can't make a folder for the pictures\n";
+  return std::nullopt;
+}
+
+}  // namespace
+
+int runDemoCommand(const DemoOptions& options, std::ostream& out, std::ostream& errors) {
+  const auto folder = prepareFolder(options.folder, errors);
+  if (!folder) return 1;
+  out << "Kelvane on a scripted battery\n";
+  const int exitCode = Demo(*folder, out, errors).run();
+  if (exitCode == 0) out << "\nPictures and index.html: " << folder->string() << std::endl;
+  return exitCode;
+}
+
+}  // namespace kelvane

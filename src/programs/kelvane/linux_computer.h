@@ -1,0 +1,46 @@
+// A Linux desktop as the application's platform: every adaptor, wired together. Main thread.
+#pragma once
+
+#include <gio/gio.h>
+
+#include "platform/linux/desktop/linux_system_info.h"
+#include "platform/linux/desktop/linux_text_formats.h"
+#include "platform/linux/drawing/cairo_graphics.h"
+#include "platform/linux/drawing/font_faces.h"
+#include "platform/linux/glib/glib_run_loop.h"
+#include "platform/linux/power/linux_power_sources.h"
+#include "platform/linux/power/sysfs_device_registry.h"
+#include "platform/linux/preferences/plist_preferences.h"
+#include "platform/linux/tray/linux_status_bar.h"
+#include "platform/platform.h"
+#include "platform/portable/absent.h"
+
+namespace kelvane {
+
+class LinuxComputer {
+ public:
+  // `sessionBus` outlives this.
+  LinuxComputer(GDBusConnection* sessionBus, const PowerOptions& power);
+
+  Platform platform() {
+    return {registry,      powerSources, preferences, runLoop,   statusBar,  graphics,
+            notifications, windows,      loginItems,  workspace, systemInfo, textFormats};
+  }
+
+  GlibRunLoop runLoop;
+  PlistPreferences preferences;
+  SysfsDeviceRegistry registry;
+  LinuxPowerSources powerSources;
+  FontFaces fonts;
+  CairoGraphics graphics{fonts};
+  LinuxStatusBar statusBar;
+  LinuxSystemInfo systemInfo;
+  LinuxTextFormats textFormats;
+  // Notices, windows, login items and links are not there yet on this platform.
+  AbsentUserNotifications notifications;
+  AbsentWindows windows{runLoop};
+  AbsentLoginItems loginItems;
+  AbsentWorkspace workspace;
+};
+
+}  // namespace kelvane

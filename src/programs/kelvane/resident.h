@@ -1,0 +1,16 @@
+// The resident program: Kelvane in the tray until it is asked to end. Main thread.
+#pragma once
+
+#include "platform/linux/power/linux_power_sources.h"
+
+namespace kelvane {
+
+// Where the battery is read unless the command line says otherwise: KELVANE_POWER_SUPPLY names
+// another tree, KELVANE_UPOWER=no leaves UPower out.
+PowerOptions environmentPowerOptions();
+
+// Answers the exit code: 0 when it was asked to end or the session ended, 1 when it could not
+// start, said in one line on standard error.
+int runResident(const PowerOptions& power);
+
+}  // namespace kelvane
