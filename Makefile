@@ -2,7 +2,7 @@
 PRESET := release
 BUILD := cmake --preset $(PRESET) && cmake --build --preset $(PRESET)
 
-.PHONY: help run test test-desktops bench lint format
+.PHONY: help run test test-desktops bench lint format golden
 
 help:
 	@echo "make run            install what building needs, build, start kelvane or its demo"
@@ -11,6 +11,7 @@ help:
 	@echo "make bench          build and measure, also against other programs"
 	@echo "make lint           floors, format, unlisted tests, wording, clang-tidy"
 	@echo "make format         rewrite the sources in the house format"
+	@echo "make golden         draw the golden pictures anew; look at them before committing"
 
 run:
 	scripts/install-dependencies build
@@ -36,6 +37,10 @@ lint:
 	scripts/install-dependencies lint
 	$(BUILD)
 	scripts/lint
+
+golden:
+	$(BUILD)
+	KELVANE_WRITE_GOLDEN=1 build/$(PRESET)/tests/golden/golden_test
 
 format:
 	scripts/install-dependencies lint

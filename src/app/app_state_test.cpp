@@ -51,6 +51,10 @@ TEST_F(AppStateTest, StartsOnTheNextTurnWithTheItemDrawnAndTheHoverView) {
   EXPECT_EQ(computer.statusBar.itemCount(), 1);
   EXPECT_EQ(drawnText(), "57﹪");
   EXPECT_EQ(item().hoverViews.size(), 1U);
+  // Drawn once, for the closed menu, and for each of the six keys; not for the battery's first
+  // value.
+  EXPECT_THAT(calls(), ElementsAre("visible true", "redraw", "redraw", "hover view", "redraw",
+                                   "redraw", "redraw", "redraw", "redraw", "redraw"));
 }
 
 TEST_F(AppStateTest, EveryPowerEventRedrawsTheItem) {

@@ -77,8 +77,8 @@ TEST_F(BatteryTest, ChargeFraction) {
     std::int64_t current, maximum;
     double expected;
   };
-  for (const Row& row : {Row{0, 100, 0.0}, Row{-3, 100, 0.0}, Row{1, 100, 0.01}, Row{20, 100, 0.2},
-                         Row{100, 100, 1.0}, Row{104, 100, 1.04}}) {
+  for (const Row& row : {Row{0, 100, 0.0}, Row{0, 0, 0.0}, Row{-3, 100, 0.0}, Row{1, 100, 0.01},
+                         Row{20, 100, 0.2}, Row{100, 100, 1.0}, Row{104, 100, 1.04}}) {
     powerSources.sources = {{{"Current Capacity", row.current}, {"Max Capacity", row.maximum}}};
     const Battery battery(registry, powerSources, loop);
     EXPECT_EQ(battery.percentage(), row.expected) << row.current;

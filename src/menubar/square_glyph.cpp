@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <string>
+#include <utility>
 
 #include "battery/battery.h"
 #include "menubar/item_text.h"
@@ -25,69 +26,131 @@ struct Ruler {
   }
 };
 
-// The digits alone: in a square every point counts, and the gauge says that it is a level.
-std::string squareText(const ItemContext& context) {
-  std::string text =
-      context.settings.showPercentage.get() ? percentageText(context) : timeOrFullText(context);
-  if (const auto sign = text.find(kPercentSign); sign != std::string::npos) text.resize(sign);
-  return text;
+// What the square says: a level without its sign, or a time.
+struct SquareText {
+  std::string text;
+  bool hasSign = false;  // drawn small beside it
+};
+
+SquareText squareText(const ItemContext& context) {
+  if (!context.settings.showPercentage.get()) return {timeOrFullText(context)};
+  std::string digits = percentageText(context);
+  digits.resize(digits.find(kPercentSign));
+  // Three digits leave no room for the sign.
+  const bool hasSign = context.settings.showPercentageSignInIcon.get() && digits.size() < 3;
+  return {std::move(digits), hasSign};
 }
 
+TextStyle squareStyle(double size) {
+  return {.size = size, .weight = FontWeight::medium, .kern = -0.03 * size};
+}
+
+// The text as large as the box allows, at most `largestSize`; a sign stands at its top right.
 void drawFittedText(const ItemContext& context, Canvas& canvas, const Rect& box,
                     double largestSize) {
-  const std::string text = squareText(context);
-  TextStyle style{.size = largestSize, .weight = FontWeight::medium};
-  style.kern = -0.03 * style.size;
-  Rect ink = context.graphics.inkBounds(text, style);
-  while (style.size > 1 && (ink.width > box.width || ink.height > box.height)) {
-    style.size -= 0.25;
-    style.kern = -0.03 * style.size;
-    ink = context.graphics.inkBounds(text, style);
+  constexpr double kSignSize = 0.5;  // of the text's
+  constexpr double kSignGap = 0.06;
+  constexpr const char* kSign = "%";
+  const SquareText content = squareText(context);
+  TextStyle style = squareStyle(largestSize);
+  Rect ink, sign;
+  double signRoom = 0;
+  const auto measure = [&] {
+    ink = context.graphics.inkBounds(content.text, style);
+    if (!content.hasSign) return;
+    sign = context.graphics.inkBounds(kSign, squareStyle(kSignSize * style.size));
+    signRoom = sign.width + kSignGap * style.size;
+  };
+  measure();
+  while (style.size > 1 && (ink.width + signRoom > box.width || ink.height > box.height)) {
+    style = squareStyle(style.size - 0.25);
+    measure();
   }
-  // The baseline stands on ink, whatever hangs below it in this text.
+  // The ink stands in the middle, whatever hangs below the baseline in this text.
   const double baseline = box.y + (box.height - ink.height) / 2 - ink.y;
-  canvas.drawText(text, {box.x, baseline, box.width, box.height}, style);
+  const double left = box.x + (box.width - ink.width - signRoom) / 2;
+  canvas.drawText(content.text, {left - 1, baseline, ink.width + 2, box.height}, style);
+  if (!content.hasSign) return;
+  const double top = baseline + ink.y + ink.height;
+  canvas.drawText(kSign,
+                  {left + ink.width + signRoom - sign.width - 1, top - sign.height - sign.y,
+                   sign.width + 2, box.height},
+                  squareStyle(kSignSize * style.size));
 }
 
-// The gauge in design points: a frame with its terminal, the level inside, a bolt before it while
-// on power.
-Picture gaugePicture(double level, bool hasBolt) {
-  const double left = hasBolt ? 6 : 0;
-  const double frameWidth = kDesignHeight - left - 2;
+// How the settings size the gauge, in design points.
+struct GaugeForm {
+  double margin;       // to the left and right
+  double frameHeight;  // whole points, like all in it, so that it is crisp at scale 1
+  double frameOpacity;
+};
+
+GaugeForm gaugeForm(const ItemContext& context) {
+  const bool isLarge = context.settings.largeIcon.get();
+  return {.margin = isLarge ? 0.0 : 1.0,
+          .frameHeight = isLarge ? 7.0 : 6.0,
+          .frameOpacity = context.settings.oldIconStyle.get() ? 0.95 : 0.6};
+}
+
+// A frame with its terminal, the level inside, a bolt before it while on power.
+struct GaugePictures {
+  Picture frame;
+  Picture level;
+};
+
+GaugePictures gaugePictures(const GaugeForm& form, double level, bool hasBolt) {
+  constexpr double kTerminal = 2;
+  constexpr double kGap = 1;  // between frame and charge
+  constexpr Size kSize{kDesignHeight, 8};
+  const double height = form.frameHeight;
+  const double left = form.margin + (hasBolt ? 6 : 0);
+  const double frameWidth = kDesignHeight - form.margin - left - kTerminal;
   PathBuilder frame, charge, bolt;
-  frame.roundedFrame({left, 0, frameWidth, 7}, 2, 1);
-  frame.roundedRect({left + frameWidth + 0.6, 2.25, 1.4, 2.5},
+  frame.roundedFrame({left, 0, frameWidth, height}, 2, 1);
+  frame.roundedRect({left + frameWidth + 0.6, height / 2 - 1.25, 1.4, 2.5},
                     {.bottomRight = 1.2, .topRight = 1.2});
-  // One whole point between frame and charge, so that both are crisp at scale 1.
-  const double width = (frameWidth - 4) * level;
-  charge.roundedRect({left + 2, 2, width, 3}, PathBuilder::all(std::min(0.5, width / 2)));
-  if (hasBolt) bolt = boltOutline({0.2, 0, 5, 8});
-  return {"Gauge",
-          {kDesignHeight, 8},
-          {{frame.steps(), 0.75, {}}, {charge.steps(), 1, {}}, {bolt.steps(), 1, {}}},
-          true};
+  const double width = (frameWidth - 2 - 2 * kGap) * level;
+  charge.roundedRect({left + 1 + kGap, 1 + kGap, width, height - 2 - 2 * kGap},
+                     PathBuilder::all(std::min(0.5, width / 2)));
+  if (hasBolt) bolt = boltOutline({form.margin, 0, 5, height + 1});
+  return {{"GaugeFrame", kSize, {{frame.steps(), 1, {}}}, true},
+          {"GaugeLevel", kSize, {{charge.steps(), 1, {}}, {bolt.steps(), 1, {}}}, true}};
 }
 
 void drawGauge(const ItemContext& context, Canvas& canvas, const Ruler& ruler, double y) {
+  const GaugeForm form = gaugeForm(context);
   const double level = std::clamp(context.battery.percentage(), 0.0, 1.0);
-  canvas.drawPicture(gaugePicture(level, context.battery.isPowerAdapterConnected()),
-                     ruler.at(0, y, kDesignHeight, 8), 1);
+  const GaugePictures gauge = gaugePictures(form, level, context.battery.isPowerAdapterConnected());
+  const Rect rect = ruler.at(0, y, kDesignHeight, 8);
+  canvas.drawPicture(gauge.frame, rect, form.frameOpacity);
+  canvas.drawPicture(gauge.level, rect, 1);
+}
+
+void drawSquare(const ItemContext& context, const Slot& slot, Canvas& canvas, const Rect& rect) {
+  const Ruler ruler{rect, rect.height / kDesignHeight};
+  canvas.setImageInterpolation(ImageInterpolation::high);
+  if (slot.showsTextBeside) {
+    drawGauge(context, canvas, ruler, 7);
+  } else if (context.settings.textOnlyIcon.get()) {
+    if (context.settings.smallMenuBarText.get())
+      drawFittedText(context, canvas, ruler.at(2, 4, 18, 14), 13 * ruler.unit);
+    else
+      drawFittedText(context, canvas, ruler.at(0.5, 3, 21, 16), 17 * ruler.unit);
+  } else {
+    // The alternative style has the smaller text, as in the wide glyph.
+    const double size = context.settings.oldIconStyle.get() ? 15 : 16;
+    const Rect box =
+        context.settings.largeIcon.get() ? ruler.at(0.25, 8.5, 21.5, 13) : ruler.at(1, 8, 20, 12);
+    drawFittedText(context, canvas, box, size * ruler.unit);
+    drawGauge(context, canvas, ruler, context.settings.largeIcon.get() ? 0 : 1);
+  }
 }
 
 }  // namespace
 
 Image makeSquareImage(const ItemContext& context, const Slot& slot) {
   return {{slot.height, slot.height}, false, [context, slot](Canvas& canvas, const Rect& rect) {
-            const Ruler ruler{rect, rect.height / kDesignHeight};
-            canvas.setImageInterpolation(ImageInterpolation::high);
-            if (slot.showsTextBeside)
-              drawGauge(context, canvas, ruler, 7);
-            else if (context.settings.textOnlyIcon.get())
-              drawFittedText(context, canvas, ruler.at(0.5, 3, 21, 16), 17 * ruler.unit);
-            else {
-              drawFittedText(context, canvas, ruler.at(0.5, 8.5, 21, 12.5), 16 * ruler.unit);
-              drawGauge(context, canvas, ruler, 0);
-            }
+            drawSquare(context, slot, canvas, rect);
           }};
 }
 

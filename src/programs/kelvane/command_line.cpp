@@ -131,6 +131,7 @@ int runCommandLine(int argumentCount, char** arguments) {
   CLI::App* settings = program.add_subcommand(
       "settings", "Settings: list, get KEY, or set KEY VALUE (values are JSON)");
   settings->prefix_command();
+  settings->fallthrough(false);  // its words are its own
 
   DemoOptions demoOptions;
   CLI::App* demo =

@@ -1,0 +1,89 @@
+"""Measures one program on a running desk."""
+
+import dataclasses
+import statistics
+import time
+
+from rig import meter
+from rig.processes import Processes
+
+PAUSE = 0.15  # seconds after a battery change, for all it sets off
+
+
+@dataclasses.dataclass
+class Row:
+    name: str
+    # ms from exec to RegisterStatusNotifierItem, the median; None when it makes no such call.
+    registration: float | None = None
+    # All below is None when the program ended by itself.
+    memory: meter.Memory | None = None
+    threads: int | None = None
+    idle: meter.Activity | None = None
+    idle_signals: int | None = None  # signals it sent on the session bus while idle
+    event_cpu: float | None = None  # ms of processor time per battery change
+
+
+def measure(program, power, desk, options):
+    row = Row(program.name)
+    directory = desk.directory / "bench" / program.name
+    environment = {
+        **(desk.mock_environment if program.reads_sys else desk.environment),
+        **program.variables,
+        "XDG_CONFIG_HOME": str(directory / "config"),
+    }
+    power.reset()
+    with Processes(directory) as processes:
+        for number, command in enumerate(program.preparation):
+            processes.start(f"preparation-{number}", command, desk.environment).wait(10)
+
+        def start():
+            return processes.start(program.name, program.command, environment)
+
+        def stop():
+            processes.stop(program.name)
+
+        row.registration = _registration(start, stop, desk, options.runs)
+        child = start()
+        time.sleep(options.settle)
+        if child.poll() is None:
+            row.memory = meter.memory(child.pid)
+            row.threads = meter.threads(child.pid)
+            row.idle, row.idle_signals = _idle(child.pid, desk, options.idle)
+            row.event_cpu = _event_cpu(child.pid, power, options.events)
+    return row
+
+
+def _registration(start, stop, desk, runs):
+    """The median of several starts; one start shows whether the program registers at all."""
+    times = []
+    with meter.Registrations(desk.environment["DBUS_SESSION_BUS_ADDRESS"]) as registrations:
+        for _ in range(runs):
+            known = registrations.count()
+            began = time.monotonic()
+            start()
+            registered = registrations.wait_for_next(known, seconds=4)
+            time.sleep(0.3)
+            stop()
+            if registered is None:
+                return None
+            times.append(1000 * (registered - began))
+    return statistics.median(times)
+
+
+def _idle(pid, desk, seconds):
+    """What the program did, and how many signals it sent, while nothing visible changed."""
+    signals = desk.bus.record()
+    before = meter.activity(pid)
+    time.sleep(seconds)
+    spent = meter.spent(before, meter.activity(pid))
+    senders = {name for name in desk.bus.names() if desk.bus.process_of(name) == pid}
+    sent = signals.signals(lambda signal: signal.sender in senders)
+    return spent, len(sent)
+
+
+def _event_cpu(pid, power, events):
+    before = meter.activity(pid)
+    for number in range(events):
+        power.set(f"capacity={40 + number % 2}")
+        time.sleep(PAUSE)
+    return meter.spent(before, meter.activity(pid)).milliseconds / max(events, 1)

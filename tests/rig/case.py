@@ -1,0 +1,95 @@
+"""What the integration tests share: a desk for each class, a fresh kelvane for each test."""
+
+import contextlib
+import os
+import pathlib
+import tempfile
+import unittest
+
+from .desk import Desk
+from .kelvane import Kelvane, bare_environment, run
+from .power import Power
+
+# Where tests leave pictures for people to look at.
+ARTIFACTS = pathlib.Path(os.environ.get("KELVANE_ARTIFACTS", tempfile.gettempdir()))
+
+
+class CommandCase(unittest.TestCase):
+    """Commands away from any desktop, each test in a directory of its own."""
+
+    def setUp(self):
+        self._stack = contextlib.ExitStack()
+        self.addCleanup(self._stack.close)
+        self.directory = pathlib.Path(self.enter(tempfile.TemporaryDirectory(prefix="kelvane-")))
+        self.environment = bare_environment(self.directory)
+
+    def enter(self, context):
+        return self._stack.enter_context(context)
+
+    def run_kelvane(self, *words, code=0, **options):
+        """Runs a command that must end with `code`; its complaint, if any, must be one line."""
+        done = run(self.environment, *words, **options)
+        said = f"kelvane {' '.join(words)}: {done.stdout}{done.stderr}"
+        self.assertEqual(done.returncode, code, said)
+        if code:
+            self.assertEqual(len(done.stderr.splitlines()), 1, said)
+        return done
+
+
+class DeskCase(unittest.TestCase):
+    """A desk and a power of its own, shared by the tests of one class."""
+
+    host = "xfce"
+    notifier = "dunst"
+    batteries = 1
+
+    @classmethod
+    def setUpClass(cls):
+        stack = contextlib.ExitStack()
+        cls.addClassCleanup(stack.close)
+        folder = tempfile.TemporaryDirectory(prefix="kelvane-", ignore_cleanup_errors=True)
+        directory = pathlib.Path(stack.enter_context(folder))
+        cls.power = stack.enter_context(Power(directory, cls.batteries))
+        cls.desk = stack.enter_context(Desk(directory, cls.host, cls.notifier, cls.power))
+
+    def setUp(self):
+        self.power.reset()
+
+    def start_kelvane(self, *arguments, environment=None, wrapper=()):
+        """Starts kelvane for this test; at its end it must live and have had no complaint.
+
+        It is told of the fake tree, unless an environment is given: the mock one shows it as /sys,
+        with the kernel's events.
+        """
+        if environment is None:
+            tree = {"KELVANE_POWER_SUPPLY": self.power.power_supply}
+            environment = {**self.desk.environment, **tree}
+        directory = self.temporary_directory()
+        kelvane = Kelvane(directory, environment, self.desk.bus, *arguments, wrapper=wrapper)
+        kelvane.__enter__()
+        self.addCleanup(kelvane.__exit__)
+        self.addCleanup(self._ends_well, kelvane)
+        return kelvane
+
+    def temporary_directory(self):
+        """A directory for the length of this test."""
+        folder = tempfile.TemporaryDirectory(prefix="kelvane-")
+        self.addCleanup(folder.cleanup)
+        return pathlib.Path(folder.name)
+
+    def changes_picture(self, item, change, what):
+        """Makes `change()`, waits for NewIcon and gives the picture, which must be another one."""
+        before = item.picture()
+        recording = item.record()
+        change()
+        recording.wait_for("NewIcon", what=f"NewIcon after {what}")
+        after = item.picture()
+        self.assertNotEqual(before, after, f"the picture is the same after {what}")
+        return after
+
+    def _ends_well(self, kelvane):
+        if kelvane.process.poll() is None:
+            self.assertEqual(kelvane.terminate(), 0, kelvane.output())
+        else:
+            self.assertEqual(kelvane.process.returncode, 0, kelvane.output())
+        self.assertEqual(kelvane.output(), "")

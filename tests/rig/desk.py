@@ -1,0 +1,156 @@
+"""A desk: a private session bus, a virtual display, a real tray host, a notification daemon."""
+
+import os
+import pathlib
+import shutil
+import subprocess
+
+from . import notifiers
+from .bus import Bus
+from .hosts import HOSTS
+from .hosts.host import WATCHER, Look
+from .private_bus import start_bus
+from .processes import Processes, wait_until
+
+# What programs on the desk see of the starter's environment; all else is the desk's own.
+_KEPT = ("PATH", "LANG", "LC_ALL", "ASAN_OPTIONS", "UBSAN_OPTIONS", "TSAN_OPTIONS", "LSAN_OPTIONS")
+
+
+class Desk:
+    """`host` is a key of HOSTS, `power` a running Power or None; `environment` is for programs."""
+
+    def __init__(self, directory, host="xfce", notifier="dunst", power=None, look=Look(),
+                 accessibility=False):
+        self.directory = pathlib.Path(directory)
+        self.host = HOSTS[host](look)
+        self._notifier = "none" if self.host.has_notifications else notifier
+        self._power = power
+        self._accessibility = accessibility
+        self.processes = Processes(self.directory / "log")
+        self.environment = {}
+        self.bus = None
+
+    def __enter__(self):
+        try:
+            self._start()
+        except BaseException:
+            self.__exit__()
+            raise
+        return self
+
+    def __exit__(self, *_):
+        if self.bus:
+            self.bus.close()
+        self.processes.__exit__()
+
+    @property
+    def mock_environment(self):
+        """For programs that read /sys or listen to uevents themselves."""
+        return {**self.environment, **self._power.mock_environment}
+
+    def start(self, name, *command, **variables):
+        """Starts a program on the desk, ended with it."""
+        return self.processes.start(name, command, {**self.environment, **variables})
+
+    def start_panel(self):
+        """Starts the host's panel and waits for the tray."""
+        self.host.start_panel(self)
+        wait_until(lambda: self.bus.has_owner(WATCHER), f"{self.host.desktop}'s tray")
+        self.host.settle(self)
+
+    def kill_panel(self):
+        """Ends the panel as a crash does and waits until the tray is gone."""
+        self.processes.kill("panel")
+        wait_until(lambda: not self.bus.has_owner(WATCHER), "the tray's end")
+
+    def screenshot(self, path, area=None):
+        """Saves a PNG of the display, or of an `area` "WxH+X+Y" of it."""
+        crop = ["-crop", area, "+repage"] if area else []
+        command = ["import", "-silent", "-window", "root", *crop, str(path)]
+        subprocess.run(command, env=self._x_environment(), check=True)
+
+    def pointer(self, x, y, button=None):
+        """Moves the pointer there and, with a button, clicks."""
+        # The second, small move makes a real motion of it for programs that just appeared.
+        moves = ["mousemove", str(x), str(y), "mousemove_relative", "1", "0"]
+        self._xdotool(*moves, *(["click", str(button)] if button else []))
+
+    def key(self, *names):
+        self._xdotool("key", *names)
+
+    def notifications(self):
+        """Every notification call and signal so far, as dbus-monitor prints them."""
+        return self.processes.log("notifications")
+
+    def _start(self):
+        for left_over in ("home", "services", "sway"):
+            shutil.rmtree(self.directory / left_over, ignore_errors=True)
+        home = self.directory / "home"
+        runtime = home / "run"
+        (home / ".config").mkdir(parents=True)
+        runtime.mkdir(mode=0o700)
+        self.environment.update(self._session(home, runtime))
+        self.display = self._start_display()
+        if not self.host.wayland:
+            self.environment["DISPLAY"] = self.display
+        self.host.configure(home)
+        self._start_bus()
+        subprocess.run(["xsetroot", "-solid", "#336699"], env=self._x_environment(), check=True)
+        if self.host.window_manager:
+            self.start("window_manager", *self.host.window_manager)
+        self.host.start_shell(self)
+        watched = f"interface='{notifiers.NAME}'"
+        self.start("notifications", "dbus-monitor", "--session", watched)
+        if self._notifier != "none":
+            self.start("notifier", *notifiers.command(self._notifier))
+        if type(self.host) is not HOSTS["none"]:
+            self.start_panel()
+        if self._notifier != "none" or self.host.has_notifications:
+            wait_until(lambda: self.bus.has_owner(notifiers.NAME), "the notification daemon")
+
+    def _session(self, home, runtime):
+        variables = {name: os.environ[name] for name in _KEPT if name in os.environ}
+        variables.update(
+            HOME=str(home),
+            XDG_CONFIG_HOME=str(home / ".config"),
+            XDG_DATA_HOME=str(home / ".local/share"),
+            XDG_CACHE_HOME=str(home / ".cache"),
+            XDG_RUNTIME_DIR=str(runtime),
+            XDG_CURRENT_DESKTOP=self.host.desktop,
+        )
+        if not self._accessibility:
+            variables.update(NO_AT_BRIDGE="1", GTK_A11Y="none")
+        if self._power:
+            variables.update(self._power.environment)
+        return {**variables, **self.host.environment()}
+
+    def _start_display(self):
+        look = self.host.look
+        reader, writer = os.pipe()
+        self.processes.start(
+            "display",
+            ["Xvfb", "-displayfd", str(writer), "-screen", "0", f"{look.width}x{look.height}x24",
+             "-nolisten", "tcp", "-noreset"],
+            self.environment,
+            pass_fds=(writer,),
+        )
+        os.close(writer)
+        with open(reader) as answer:
+            number = answer.readline().strip()
+        if not number:
+            raise RuntimeError(f"Xvfb did not start: {self.processes.log('display')}")
+        return f":{number}"
+
+    def _start_bus(self):
+        services = [*self.host.services, *(["org.a11y.Bus"] if self._accessibility else [])]
+        address = start_bus(
+            self.processes, self.directory, "session", services, self.environment
+        )
+        self.environment["DBUS_SESSION_BUS_ADDRESS"] = address
+        self.bus = Bus(address)
+
+    def _xdotool(self, *words):
+        subprocess.run(["xdotool", *words], env=self._x_environment(), check=True)
+
+    def _x_environment(self):
+        return {**self.environment, "DISPLAY": self.display}

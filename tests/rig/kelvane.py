@@ -1,0 +1,96 @@
+"""The program under test: the built kelvane, named by $KELVANE."""
+
+import os
+import pathlib
+import signal
+import subprocess
+import time
+
+from . import item
+from .processes import Processes, wait_until
+
+IDENTIFIER = "org.kelvane.Kelvane"
+
+
+def program():
+    """The path of the built program; a test without it fails."""
+    path = os.environ.get("KELVANE")
+    if not path or not os.access(path, os.X_OK):
+        raise RuntimeError(f"KELVANE does not name the built program: {path!r}")
+    return path
+
+
+def bare_environment(directory):
+    """For commands run away from any desktop: a home of their own and no bus."""
+    home = pathlib.Path(directory) / "home"
+    runtime = home / "run"
+    runtime.mkdir(parents=True, exist_ok=True)
+    kept = ("PATH", "LANG", "LC_ALL", "ASAN_OPTIONS", "UBSAN_OPTIONS", "TSAN_OPTIONS")
+    return {
+        **{name: os.environ[name] for name in kept if name in os.environ},
+        "HOME": str(home),
+        "TMPDIR": str(home),
+        "XDG_CONFIG_HOME": str(home / ".config"),
+        "XDG_RUNTIME_DIR": str(runtime),
+        "DBUS_SYSTEM_BUS_ADDRESS": f"unix:path={home}/no-such-bus",
+    }
+
+
+def run(environment, *words, seconds=20, **options):
+    """Runs one of kelvane's commands to its end: returncode, stdout and stderr as text."""
+    return subprocess.run(
+        [program(), *words], env=environment, stdin=subprocess.DEVNULL, capture_output=True,
+        text=True, timeout=seconds, **options,
+    )
+
+
+class Kelvane:
+    """The resident program on a desk, with preferences below `directory`; `bus` is the desk's."""
+
+    def __init__(self, directory, environment, bus, *arguments, wrapper=()):
+        self._directory = pathlib.Path(directory)
+        self._command = [*wrapper, program(), *arguments]
+        self._bus = bus
+        self._processes = Processes(self._directory)
+        self.environment = {**environment, "XDG_CONFIG_HOME": str(self._directory / "config")}
+
+    def __enter__(self):
+        self.started = time.monotonic()
+        self.process = self._processes.start("kelvane", self._command, self.environment)
+        return self
+
+    def __exit__(self, *_):
+        self._processes.__exit__()
+
+    def item(self, seconds=5.0):
+        """The item as soon as the tray has it."""
+        found = wait_until(
+            lambda: self.process.poll() is not None or item.find(self._bus, IDENTIFIER),
+            "kelvane's item",
+            seconds,
+        )
+        if found is True:
+            raise RuntimeError(f"kelvane ended with {self.process.returncode}: {self.output()}")
+        return found
+
+    def wait_until_gone(self, seconds=5.0):
+        """Waits until the tray no longer has the item."""
+        item.wait_until_gone(self._bus, IDENTIFIER, seconds)
+
+    def run(self, *words, **options):
+        """Runs another kelvane as a command beside this one, on the same preferences."""
+        return run(self.environment, *words, **options)
+
+    def set(self, key, value):
+        done = self.run("settings", "set", key, value)
+        if done.returncode != 0:
+            raise RuntimeError(f"settings set {key} {value}: {done.returncode} {done.stderr}")
+
+    def output(self):
+        """What it has written to standard output and standard error."""
+        return self._processes.log("kelvane")
+
+    def terminate(self, seconds=5.0):
+        """Asks it to end and gives the exit code."""
+        self.process.send_signal(signal.SIGTERM)
+        return self.process.wait(seconds)
