@@ -2,7 +2,7 @@
 PRESET := release
 BUILD := cmake --preset $(PRESET) && cmake --build --preset $(PRESET)
 
-.PHONY: help run test test-desktops bench lint format golden
+.PHONY: help run test test-desktops bench lint format golden pictures
 
 help:
 	@echo "make run            install what building needs, build, start kelvane or its demo"
@@ -11,6 +11,7 @@ help:
 	@echo "make bench          build and measure, also against other programs"
 	@echo "make lint           floors, format, unlisted tests, wording, clang-tidy"
 	@echo "make format         rewrite the sources in the house format"
+	@echo "make pictures       draw the pictures of the documents"
 	@echo "make golden         draw the golden pictures anew; look at them before committing"
 
 run:
@@ -37,6 +38,11 @@ lint:
 	scripts/install-dependencies lint
 	$(BUILD)
 	scripts/lint
+
+pictures:
+	scripts/install-dependencies test
+	$(BUILD)
+	scripts/pictures
 
 golden:
 	$(BUILD)

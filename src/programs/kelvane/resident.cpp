@@ -7,6 +7,7 @@
 
 #include <gio/gio.h>
 #include <glib-unix.h>
+#include <malloc.h>
 
 #include "app/app_state.h"
 #include "platform/linux/glib/glib_ptr.h"
@@ -16,6 +17,8 @@
 
 namespace kelvane {
 namespace {
+
+constexpr double kSettled = 5.0;  // seconds from the start
 
 GObjectPtr<GDBusConnection> connectToSessionBus() {
   GError* rawError = nullptr;
@@ -60,6 +63,8 @@ int runResident(const PowerOptions& power) {
     g_unix_signal_add(signal, quitLoop, &computer.runLoop);
 
   AppState app(computer.platform(), settings);
+  // By then starting is over, and what it needed is free.
+  computer.runLoop.asyncAfter(kSettled, [] { malloc_trim(0); });
   const int exitCode = computer.runLoop.run();
   g_signal_handlers_disconnect_by_data(bus.get(), &computer.runLoop);
   return exitCode;

@@ -134,26 +134,37 @@ Bitmap withHalo(const Bitmap& bitmap, const Color& color, double radius) {
   if (!(radius > 0)) return bitmap;
   radius = std::min(radius, 8.0);
   const int reach = static_cast<int>(std::ceil(radius));
-  Bitmap result = bitmap;
+  const int side = 2 * reach + 1;
+  // How much of a pixel's alpha reaches its neighbours: all within the radius, fading out over one
+  // pixel beyond it.
+  std::vector<float> kernel;
+  for (int j = -reach; j <= reach; ++j)
+    for (int i = -reach; i <= reach; ++i)
+      kernel.push_back(static_cast<float>(std::clamp(radius + 1 - std::hypot(i, j), 0.0, 1.0)));
+
+  const auto index = [&bitmap](int x, int y) {
+    return static_cast<std::size_t>(y) * static_cast<std::size_t>(bitmap.width) +
+           static_cast<std::size_t>(x);
+  };
+  std::vector<float> silhouette(bitmap.pixels.size());
   for (int y = 0; y < bitmap.height; ++y) {
     for (int x = 0; x < bitmap.width; ++x) {
-      double alpha = 0;
+      const auto alpha = static_cast<float>(bitmap.pixels[index(x, y)] >> 24) / 255.0F;
+      if (alpha == 0) continue;  // most of an icon
       for (int j = std::max(0, y - reach); j <= std::min(bitmap.height - 1, y + reach); ++j) {
         for (int i = std::max(0, x - reach); i <= std::min(bitmap.width - 1, x + reach); ++i) {
-          // A pixel counts in full within the radius and fades out over one pixel beyond it.
-          const double near = std::clamp(radius + 1 - std::hypot(i - x, j - y), 0.0, 1.0);
-          const auto at = static_cast<std::size_t>(j) * static_cast<std::size_t>(bitmap.width) +
-                          static_cast<std::size_t>(i);
-          alpha = std::max(alpha, near * (bitmap.pixels[at] >> 24) / 255.0);
+          const int at = (j - y + reach) * side + (i - x + reach);
+          float& here = silhouette[index(i, j)];
+          here = std::max(here, alpha * kernel[static_cast<std::size_t>(at)]);
         }
       }
-      const auto here = static_cast<std::size_t>(y) * static_cast<std::size_t>(bitmap.width) +
-                        static_cast<std::size_t>(x);
-      result.pixels[here] =
-          composite(bitmap.pixels[here],
-                    premultiplied(color.red, color.green, color.blue, color.alpha * alpha));
     }
   }
+  Bitmap result = bitmap;
+  for (std::size_t i = 0; i < result.pixels.size(); ++i)
+    result.pixels[i] = composite(bitmap.pixels[i],
+                                 premultiplied(color.red, color.green, color.blue,
+                                               color.alpha * static_cast<double>(silhouette[i])));
   return result;
 }
 
