@@ -120,18 +120,21 @@ TEST_F(ObserveTest, AnObservationMayEndItself) {
 TEST_F(ObserveTest, AnObservationEndsWithItsOwner) {
   auto owner = std::make_shared<int>(0);
   auto other = std::make_shared<int>(0);
-  const auto owned = observe(flag, {}, note, LifetimeAssociation(owner));
-  const auto several = observe(
-      {flag, levels}, {}, [&] { seen.push_back("several"); }, LifetimeAssociation(other));
-  flag.set(false);
-  EXPECT_THAT(take(), ElementsAre("1>0", "several"));
-  owner.reset();
-  flag.set(true);
-  EXPECT_THAT(take(), ElementsAre("several"));
-  other.reset();
-  flag.set(false);
-  levels.set({});
-  EXPECT_THAT(take(), IsEmpty());
+  {
+    const auto owned = observe(flag, {}, note, LifetimeAssociation(owner));
+    const auto several = observe(
+        {flag, levels}, {}, [&] { seen.push_back("several"); }, LifetimeAssociation(other));
+    flag.set(false);
+    EXPECT_THAT(take(), ElementsAre("1>0", "several"));
+    owner.reset();
+    flag.set(true);
+    EXPECT_THAT(take(), ElementsAre("several"));
+    other.reset();
+    flag.set(false);
+    levels.set({});
+    EXPECT_THAT(take(), IsEmpty());
+    EXPECT_EQ(preferences.removed.size(), 3U);
+  }
   EXPECT_EQ(preferences.removed.size(), 3U);
 
   const auto tooLate = observe(flag, {.initial = true}, note, LifetimeAssociation(owner));
