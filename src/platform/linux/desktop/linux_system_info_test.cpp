@@ -144,9 +144,10 @@ TEST(LinuxSystemInfo, LowPowerModeFollowsThePowerProfile) {
     const char *name, *path;
   } services[] = {{"org.freedesktop.UPower.PowerProfiles", "/org/freedesktop/UPower/PowerProfiles"},
                   {"net.hadess.PowerProfiles", "/net/hadess/PowerProfiles"}};
+  // One bus for both: GLib gives out one connection to the system bus for as long as it lives.
+  const PrivateBus bus;
+  setenv("DBUS_SYSTEM_BUS_ADDRESS", bus.address().c_str(), 1);
   for (const auto& service : services) {
-    const PrivateBus bus;
-    setenv("DBUS_SYSTEM_BUS_ADDRESS", bus.address().c_str(), 1);
     auto profiles = std::make_unique<FakeProfiles>(bus, service.name, service.path, "power-saver");
     LinuxSystemInfo info;
     int changes = 0;

@@ -5,6 +5,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include "platform/linux/preferences/plist_limits.h"
 #include "platform/linux/preferences/preferences_folder_test.h"
 #include "platform/linux/preferences/safe_files.h"
 
@@ -20,9 +21,11 @@ namespace fs = std::filesystem;
 using UnreadableFiles = PreferencesFolderTest;
 
 TEST_F(UnreadableFiles, AnUnreadableFileIsKeptAsideAndSaidOnce) {
-  const std::vector<std::string> unreadable = {
-      "", "garbage", "<plist version='1.0'><dict><key>a</key>", "<plist><array/></plist>",
-      std::string(300'000, ' ')};
+  std::string tooLarge = plistXml(toPlist(PropertyDictionary{{"key", "old"}}).get());
+  tooLarge.resize(kMaximumPlistBytes + 1, ' ');
+  const std::vector<std::string> unreadable = {"", "garbage",
+                                               "<plist version='1.0'><dict><key>a</key>",
+                                               "<plist><array/></plist>", tooLarge};
   for (const auto& bytes : unreadable) {
     fs::remove_all(folder);
     put(bytes);
