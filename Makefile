@@ -32,6 +32,7 @@ test-desktops:
 bench:
 	scripts/install-dependencies peers
 	$(BUILD)
+	build/$(PRESET)/bench/pieces_bench
 	bench/run
 
 lint:

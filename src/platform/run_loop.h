@@ -1,4 +1,5 @@
-// The main thread's event loop: the main queue, timers and event sources. Main thread only.
+// The main thread's event loop: the main queue, timers and event sources. Main thread only, but for
+// `async`.
 #pragma once
 
 #include <functional>
@@ -30,8 +31,8 @@ class RunLoop {
   using Job = std::function<void()>;
   virtual ~RunLoop() = default;
 
-  // Main queue: jobs run in the order they came, each in a later turn than the caller's, never one
-  // inside another, in every mode.
+  // Main queue: jobs run on the main thread in the order they came, each in a later turn than the
+  // caller's, never one inside another, in every mode. Any thread may call.
   virtual void async(Job job) = 0;
   // The same, not before `seconds` from now (0 or more) have passed.
   virtual void asyncAfter(double seconds, Job job) = 0;

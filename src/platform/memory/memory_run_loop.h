@@ -23,6 +23,7 @@ class MemoryRunLoop : public RunLoopQueue {
  protected:
   double monotonicNow() const override { return elapsed_; }
   void deadlineChanged() override {}
+  void wakeUp() override {}
 
  private:
   double elapsed_ = 0;

@@ -31,6 +31,12 @@ RunLoopQueue::~RunLoopQueue() {
 }
 
 void RunLoopQueue::async(Job job) {
+  if (std::this_thread::get_id() != mainThread_) {
+    const std::lock_guard lock(foreignMutex_);
+    foreignJobs_.push_back(std::move(job));
+    wakeUp();
+    return;
+  }
   jobs_.push_back(std::move(job));
   deadlineChanged();
 }
@@ -81,6 +87,7 @@ RunLoopQueue::ModeScope::~ModeScope() {
 
 void RunLoopQueue::runTurn() {
   if (std::exchange(isRunning_, true)) return;
+  adoptForeignJobs();
   runPendingSources();
   runQueuedJobs();
   runDueAlarms();
@@ -88,7 +95,19 @@ void RunLoopQueue::runTurn() {
   deadlineChanged();
 }
 
+void RunLoopQueue::adoptForeignJobs() {
+  const std::lock_guard lock(foreignMutex_);
+  for (Job& job : foreignJobs_) jobs_.push_back(std::move(job));
+  foreignJobs_.clear();
+}
+
+bool RunLoopQueue::hasForeignJobs() const {
+  const std::lock_guard lock(foreignMutex_);
+  return !foreignJobs_.empty();
+}
+
 std::optional<double> RunLoopQueue::nextDeadline() const {
+  if (hasForeignJobs()) return monotonicNow();
   if (!jobs_.empty() || hasPendingSource()) return monotonicNow();
   if (alarms_.empty()) return std::nullopt;
   return alarms_.begin()->first.first;

@@ -1,8 +1,9 @@
 // The part of a run loop that is the same everywhere: the main queue, timers, and event sources
 // that are heard only in their modes. A platform derives from it, tells the time and wakes it up.
 //
-// Main thread only. Nothing runs inside anything else: jobs, timers and sources run one after the
-// other from `runTurn`, and what they add waits for the next turn.
+// Main thread only, the one that made it, but for `async`. Nothing runs inside anything else: jobs,
+// timers and sources run one after the other from `runTurn`, and what they add waits for the next
+// turn.
 #pragma once
 
 #include <cstdint>
@@ -10,8 +11,10 @@
 #include <functional>
 #include <map>
 #include <memory>
+#include <mutex>
 #include <optional>
 #include <set>
+#include <thread>
 #include <utility>
 #include <vector>
 
@@ -78,6 +81,10 @@ class RunLoopQueue : public RunLoop {
   virtual double monotonicNow() const = 0;
   // `nextDeadline` has changed.
   virtual void deadlineChanged() = 0;
+  // `runTurn` has something to do at once. Called on any thread but the main one.
+  virtual void wakeUp() = 0;
+  // To look at after going to sleep: a job may have come between the decision and the doing.
+  bool hasForeignJobs() const;
 
  private:
   friend class QueueSource;
@@ -94,6 +101,12 @@ class RunLoopQueue : public RunLoop {
   void runPendingSources();
   void runQueuedJobs();
   void runDueAlarms();
+
+  void adoptForeignJobs();
+
+  const std::thread::id mainThread_ = std::this_thread::get_id();
+  mutable std::mutex foreignMutex_;
+  std::vector<Job> foreignJobs_;  // queued by other threads; the mutex guards them
 
   std::deque<Job> jobs_;
   std::map<AlarmKey, std::shared_ptr<Alarm>> alarms_;

@@ -18,7 +18,8 @@
 namespace kelvane {
 namespace {
 
-constexpr double kSettled = 5.0;  // seconds from the start
+constexpr double kItemShown = 0.1;  // seconds from the start
+constexpr double kSettled = 5.0;
 
 GObjectPtr<GDBusConnection> connectToSessionBus() {
   GError* rawError = nullptr;
@@ -53,7 +54,6 @@ int runResident(const PowerOptions& power) {
   LinuxComputer computer(bus.get(), power);
   const SettingsKeys settings(computer.preferences);
   migrate(computer.preferences, settings);
-  computer.preferences.followOtherProcesses();
 
   // The session's end is a request to end, too.
   g_dbus_connection_set_exit_on_close(bus.get(), FALSE);
@@ -63,6 +63,8 @@ int runResident(const PowerOptions& power) {
     g_unix_signal_add(signal, quitLoop, &computer.runLoop);
 
   AppState app(computer.platform(), settings);
+  // The item comes first.
+  computer.runLoop.asyncAfter(kItemShown, [&] { computer.preferences.followOtherProcesses(); });
   // By then starting is over, and what it needed is free.
   computer.runLoop.asyncAfter(kSettled, [] { malloc_trim(0); });
   const int exitCode = computer.runLoop.run();

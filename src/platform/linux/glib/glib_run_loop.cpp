@@ -58,6 +58,10 @@ void GlibRunLoop::deadlineChanged() {
   // Rounded up, so that what woke us is due.
   g_source_set_ready_time(
       source_, deadline ? static_cast<gint64>(std::ceil(*deadline * G_USEC_PER_SEC)) : -1);
+  if (hasForeignJobs()) wakeUp();
 }
+
+// Safe on any thread, see g_source_set_ready_time().
+void GlibRunLoop::wakeUp() { g_source_set_ready_time(source_, 0); }
 
 }  // namespace kelvane

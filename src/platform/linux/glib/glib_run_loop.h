@@ -24,6 +24,7 @@ class GlibRunLoop : public RunLoopQueue {
  protected:
   double monotonicNow() const override;
   void deadlineChanged() override;
+  void wakeUp() override;
 
  private:
   GSource* source_;

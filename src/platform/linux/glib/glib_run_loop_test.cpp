@@ -1,6 +1,7 @@
 #include "platform/linux/glib/glib_run_loop.h"
 
 #include <string>
+#include <thread>
 #include <vector>
 
 #include <gmock/gmock.h>
@@ -26,6 +27,25 @@ TEST(GlibRunLoop, RunsJobsTimersAndSourcesAndThenSleeps) {
   source->signal();
   EXPECT_EQ(loop.run(), 7);
   EXPECT_THAT(seen, testing::ElementsAre("source", "job", "timer", "asleep"));
+}
+
+TEST(GlibRunLoop, OtherThreadsWakeItUp) {
+  GlibRunLoop loop;
+  const auto mainThread = std::this_thread::get_id();
+  std::thread::id ranOn;
+  std::thread other;
+  loop.async([&] {
+    other = std::thread([&] {
+      loop.async([&] {
+        ranOn = std::this_thread::get_id();
+        loop.quit(0);
+      });
+    });
+  });
+  const auto tooLate = loop.startTimer(10, false, [&] { loop.quit(1); });
+  EXPECT_EQ(loop.run(), 0);
+  other.join();
+  EXPECT_EQ(ranOn, mainThread);
 }
 
 }  // namespace

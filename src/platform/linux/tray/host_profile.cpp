@@ -49,9 +49,8 @@ constexpr std::array kProfiles = {
                 .barColor = BarColor::colorScheme,
                 .givesRootCoordinates = true,
                 .usesQtKeyNames = true},
-    // Squeezes everything into 16 by 16, the aspect is lost. Shows a label beside the icon. The
-    // menu
-    // opens by itself, a moment later if the item has an Activate to wait for. The top bar is dark.
+    // Squeezes everything into 16 by 16, the aspect is lost. Shows a label beside the icon. Opens
+    // the menu itself, a moment later if the item has an Activate to wait for. The top bar is dark.
     HostProfile{.host = TrayHost::gnome,
                 .slot = {Shape::square, 16, 1, true},
                 .barColor = BarColor::alwaysDark,

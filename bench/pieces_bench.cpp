@@ -1,0 +1,61 @@
+// What the pieces of one redraw cost, each by itself. Figures for the eye; nothing is judged.
+
+#include <benchmark/benchmark.h>
+
+#include "battery/battery.h"
+#include "menu/battery_menu.h"
+#include "menu/tq_menu.h"
+#include "menubar/item_text.h"
+#include "platform/linux/drawing/bitmap.h"
+#include "platform/linux/drawing/cairo_graphics.h"
+#include "platform/linux/power/sysfs_device_registry.h"
+#include "platform/memory/memory_computer.h"
+#include "programs/kelvane/item_sketch.h"
+#include "settings/settings_keys.h"
+
+namespace kelvane {
+namespace {
+
+void renderItem(benchmark::State& state, Slot::Shape shape) {
+  MemoryComputer computer;
+  computer.set({.percent = 57});
+  FontFaces fonts;
+  const SketchPlace place{{.shape = shape, .height = 22, .scale = 2}, Appearance::dark};
+  for (auto _ : state)
+    benchmark::DoNotOptimize(
+        sketchItem(computer.registry, computer.powerSources, computer.preferences, fonts, place));
+}
+BENCHMARK_CAPTURE(renderItem, wide, Slot::Shape::wide);
+BENCHMARK_CAPTURE(renderItem, square, Slot::Shape::square);
+
+void addHalo(benchmark::State& state) {
+  MemoryComputer computer;
+  computer.set({.percent = 57});
+  FontFaces fonts;
+  const Bitmap bitmap = sketchItem(computer.registry, computer.powerSources, computer.preferences,
+                                   fonts, {{.height = 22, .scale = 2}, Appearance::dark});
+  for (auto _ : state) benchmark::DoNotOptimize(withHalo(bitmap, {0, 0, 0, 0.7}, 2));
+}
+BENCHMARK(addHalo);
+
+void rebuildMenu(benchmark::State& state) {
+  MemoryComputer computer;
+  computer.set({.percent = 57, .estimate = 7500});
+  const Battery battery(computer.registry, computer.powerSources, computer.runLoop);
+  TqMenu menu;
+  for (auto _ : state)
+    rebuildBatteryMenu(menu,
+                       {battery, computer.runLoop, computer.systemInfo, computer.textFormats});
+}
+BENCHMARK(rebuildMenu);
+
+// Of this computer; on one without power supplies it is the price of finding none.
+void readAdapterState(benchmark::State& state) {
+  SysfsDeviceRegistry registry("/sys/class/power_supply");
+  const ServiceHandle battery = registry.findService("AppleSmartBattery");
+  for (auto _ : state) benchmark::DoNotOptimize(registry.property(battery, "ExternalConnected"));
+}
+BENCHMARK(readAdapterState);
+
+}  // namespace
+}  // namespace kelvane
