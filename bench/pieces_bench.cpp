@@ -6,7 +6,7 @@
 #include "menu/battery_menu.h"
 #include "menu/tq_menu.h"
 #include "menubar/item_text.h"
-#include "platform/linux/drawing/bitmap.h"
+#include "platform/linux/drawing/backing.h"
 #include "platform/linux/drawing/cairo_graphics.h"
 #include "platform/linux/power/sysfs_device_registry.h"
 #include "platform/memory/memory_computer.h"
@@ -28,15 +28,15 @@ void renderItem(benchmark::State& state, Slot::Shape shape) {
 BENCHMARK_CAPTURE(renderItem, wide, Slot::Shape::wide);
 BENCHMARK_CAPTURE(renderItem, square, Slot::Shape::square);
 
-void addHalo(benchmark::State& state) {
+void addBacking(benchmark::State& state) {
   MemoryComputer computer;
   computer.set({.percent = 57});
   FontFaces fonts;
   const Bitmap bitmap = sketchItem(computer.registry, computer.powerSources, computer.preferences,
                                    fonts, {{.height = 22, .scale = 2}, Appearance::dark});
-  for (auto _ : state) benchmark::DoNotOptimize(withHalo(bitmap, {0, 0, 0, 0.7}, 2));
+  for (auto _ : state) benchmark::DoNotOptimize(withBacking(bitmap, {0, 0, 0, 0.9}, 16, 2));
 }
-BENCHMARK(addHalo);
+BENCHMARK(addBacking);
 
 void rebuildMenu(benchmark::State& state) {
   MemoryComputer computer;

@@ -78,9 +78,9 @@ class Demo {
     // What the change has set off is done by then.
     loop_.asyncAfter(interval_ / 2, [this, index, &step] {
       show(step);
-      if (auto failure = page_.addStep(step, computer_.registry, computer_.powerSources,
+      if (const auto failure = page_.addStep(step, computer_.registry, computer_.powerSources,
                                        computer_.preferences)) {
-        finish(std::move(failure));
+        finish(failure);
         return;
       }
       loop_.asyncAfter(interval_ / 2, [this, index] { runStep(index + 1); });

@@ -60,25 +60,6 @@ Bitmap draw(const Size& size, double scale, const std::function<void(cairo_t* co
   return bitmap;
 }
 
-std::uint32_t premultiplied(double red, double green, double blue, double alpha) {
-  const auto byte = [](double v) {
-    return static_cast<std::uint32_t>(std::lround(std::clamp(v, 0.0, 1.0) * 255));
-  };
-  return byte(alpha) << 24 | byte(red * alpha) << 16 | byte(green * alpha) << 8 |
-         byte(blue * alpha);
-}
-
-// `over` on `under`, both premultiplied.
-std::uint32_t composite(std::uint32_t over, std::uint32_t under) {
-  const std::uint32_t rest = 255 - (over >> 24);
-  std::uint32_t result = 0;
-  for (const int shift : {24, 16, 8, 0}) {
-    const std::uint32_t below = ((under >> shift & 0xFF) * rest + 127) / 255;
-    result |= std::min<std::uint32_t>(255, (over >> shift & 0xFF) + below) << shift;
-  }
-  return result;
-}
-
 }  // namespace
 
 Bitmap renderImage(FontFaces& faces, const Image& image, double scale,
@@ -128,44 +109,6 @@ std::vector<std::uint8_t> straightBigEndianArgb(const Bitmap& bitmap) {
     }
   }
   return bytes;
-}
-
-Bitmap withHalo(const Bitmap& bitmap, const Color& color, double radius) {
-  if (!(radius > 0)) return bitmap;
-  radius = std::min(radius, 8.0);
-  const int reach = static_cast<int>(std::ceil(radius));
-  const int side = 2 * reach + 1;
-  // How much of a pixel's alpha reaches its neighbours: all within the radius, fading out over one
-  // pixel beyond it.
-  std::vector<float> kernel;
-  for (int j = -reach; j <= reach; ++j)
-    for (int i = -reach; i <= reach; ++i)
-      kernel.push_back(static_cast<float>(std::clamp(radius + 1 - std::hypot(i, j), 0.0, 1.0)));
-
-  const auto index = [&bitmap](int x, int y) {
-    return static_cast<std::size_t>(y) * static_cast<std::size_t>(bitmap.width) +
-           static_cast<std::size_t>(x);
-  };
-  std::vector<float> silhouette(bitmap.pixels.size());
-  for (int y = 0; y < bitmap.height; ++y) {
-    for (int x = 0; x < bitmap.width; ++x) {
-      const auto alpha = static_cast<float>(bitmap.pixels[index(x, y)] >> 24) / 255.0F;
-      if (alpha == 0) continue;  // most of an icon
-      for (int j = std::max(0, y - reach); j <= std::min(bitmap.height - 1, y + reach); ++j) {
-        for (int i = std::max(0, x - reach); i <= std::min(bitmap.width - 1, x + reach); ++i) {
-          const int at = (j - y + reach) * side + (i - x + reach);
-          float& here = silhouette[index(i, j)];
-          here = std::max(here, alpha * kernel[static_cast<std::size_t>(at)]);
-        }
-      }
-    }
-  }
-  Bitmap result = bitmap;
-  for (std::size_t i = 0; i < result.pixels.size(); ++i)
-    result.pixels[i] = composite(bitmap.pixels[i],
-                                 premultiplied(color.red, color.green, color.blue,
-                                               color.alpha * static_cast<double>(silhouette[i])));
-  return result;
 }
 
 std::optional<std::string> writePng(const Bitmap& bitmap, const std::string& path) {

@@ -42,11 +42,6 @@ Bitmap renderText(FontFaces& faces, const AttributedText& text, double length, d
 // blue, not multiplied by the alpha.
 std::vector<std::uint8_t> straightBigEndianArgb(const Bitmap& bitmap);
 
-// The bitmap over its own silhouette, widened by `radius` pixels (at most 8) and painted in
-// `color`, so that light content stays visible on a light ground. The size stays: content at the
-// edge has no halo beyond it.
-Bitmap withHalo(const Bitmap& bitmap, const Color& color, double radius);
-
 // Writes a PNG file. Absent on success, else why not, in words that name the file.
 std::optional<std::string> writePng(const Bitmap& bitmap, const std::string& path);
 

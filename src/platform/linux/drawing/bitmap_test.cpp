@@ -93,24 +93,6 @@ TEST(Bitmap, straightBytesAreAlphaFirst) {
   for (const auto& row : rows) EXPECT_EQ(straightBigEndianArgb({1, 1, {row.pixel}}), row.bytes);
 }
 
-TEST(Bitmap, haloSurroundsTheInk) {
-  Bitmap dot{5, 5, std::vector<std::uint32_t>(25)};
-  dot.pixels[12] = 0xFFFFFFFF;
-  const Bitmap halo = withHalo(dot, {0, 0, 0, 0.8}, 1);
-  const auto at = [&](std::size_t x, std::size_t y) { return halo.pixels[y * 5 + x]; };
-  EXPECT_EQ(at(2, 2), 0xFFFFFFFFU);
-  EXPECT_EQ(at(1, 2), 0xCC000000U);
-  EXPECT_EQ(at(2, 3), 0xCC000000U);
-  EXPECT_NEAR(at(1, 1) >> 24, 119.5, 1);  // 0.8 x (2 - sqrt 2)
-  EXPECT_EQ(at(0, 2), 0U);
-  EXPECT_EQ(withHalo(dot, {0, 0, 0, 1}, 0), dot);
-  EXPECT_EQ(withHalo({}, {0, 0, 0, 1}, 1), Bitmap());
-
-  // Translucent ink lets the halo through under it.
-  const Bitmap faint = withHalo({1, 1, {0x80808080}}, {0, 0, 0, 1}, 1);
-  EXPECT_EQ(faint.pixels[0], 0xC0808080U);
-}
-
 class PngFile : public ::testing::Test {
  protected:
   PngFile() {

@@ -41,6 +41,7 @@ struct Capacities {
 // none, over those that know one.
 Capacities summedCapacities(const std::vector<Supply>& batteries) {
   std::vector<Capacities> all;
+  all.reserve(batteries.size());
   for (const Supply& battery : batteries)
     all.push_back({milliampereHours(battery, battery.chargeFull, battery.energyFull),
                    milliampereHours(battery, battery.chargeFullDesign, battery.energyFullDesign)});

@@ -4,14 +4,18 @@
 #include <cmath>
 #include <utility>
 
+#include "platform/linux/drawing/backing.h"
+
 namespace kelvane {
 namespace {
 
 // The text colours of the usual light and dark themes, near enough to each other.
 constexpr Color kLight{0.95, 0.95, 0.95, 1};
 constexpr Color kDark{0.15, 0.16, 0.17, 1};
-constexpr Color kHalo{0, 0, 0, 0.7};
-constexpr double kHaloRadius = 1;  // points
+// What a light glyph stands on where the bar's colour is not known; in points.
+constexpr Color kBacking{0.16, 0.17, 0.19, 0.92};
+constexpr double kBackingGap = 8;
+constexpr double kBackingMargin = 1;
 
 // In the middle of `room`, at a whole pixel.
 double centred(double size, double room, double scale) {
@@ -35,8 +39,8 @@ ItemLayout layoutOf(const Slot& slot, double length, const Size& image) {
 Bitmap renderItem(FontFaces& fonts, const Slot& slot, const std::optional<Appearance>& bar,
                   const ItemContent& content) {
   const Color foreground = bar == Appearance::light ? kDark : kLight;
-  // A halo needs room beside a picture that is as wide as its slot.
-  const double margin = !bar && slot.shape == Slot::Shape::wide ? kHaloRadius : 0;
+  // A backing needs room beside a picture that is as wide as its slot.
+  const double margin = !bar && slot.shape == Slot::Shape::wide ? kBackingMargin : 0;
   Bitmap bitmap;
   if (content.image || slot.showsTextBeside) {
     const Image inner = content.image.value_or(Image{});
@@ -51,7 +55,8 @@ Bitmap renderItem(FontFaces& fonts, const Slot& slot, const std::optional<Appear
     const double length = std::max(content.length, slot.height) + 2 * margin;
     bitmap = renderText(fonts, content.title, length, slot.height, slot.scale, foreground);
   }
-  if (!bar) bitmap = withHalo(bitmap, kHalo, kHaloRadius * slot.scale);
+  if (!bar)
+    return withBacking(bitmap, kBacking, kBackingGap * slot.scale, kBackingMargin * slot.scale);
   return bitmap;
 }
 

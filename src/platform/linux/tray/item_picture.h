@@ -31,7 +31,7 @@ ItemLayout layoutOf(const Slot& slot, double length, const Size& image);
 
 // The image; without one the title, unless the host shows it beside (then nothing is drawn). What
 // has no colour of its own is light on a dark bar and dark on a light one; where the bar is not
-// known (`bar` is absent) it is light with a thin dark halo.
+// known (`bar` is absent) it is light on a dark backing of its own shape.
 Bitmap renderItem(FontFaces& fonts, const Slot& slot, const std::optional<Appearance>& bar,
                   const ItemContent& content);
 

@@ -62,17 +62,17 @@ TEST(ItemPicture, TakesItsForegroundFromTheBar) {
   EXPECT_EQ(pixelAt(onUnknown, 11, 11), pixelAt(onDark, 11, 11));
   // Beside the square: only the unknown bar has a dark edge there.
   EXPECT_EQ(pixelAt(onDark, 8, 11), 0U);
-  EXPECT_EQ(pixelAt(onUnknown, 8, 11) & 0xFFFFFFU, 0U);
+  EXPECT_LT(pixelAt(onUnknown, 8, 11) & 0xFFU, 0x40U);
   EXPECT_GT(pixelAt(onUnknown, 8, 11) >> 24, 0x80U);
   EXPECT_EQ(pixelAt(onUnknown, 5, 11), 0U);
   // A wide picture has room for it.
   ItemContent wide = smallSquare();
   wide.image->size = {28, 14};
   wide.length = 28;
-  const Bitmap haloed = renderItem(fonts, kWide, std::nullopt, wide);
-  EXPECT_EQ(haloed.width, 30);
-  EXPECT_EQ(pixelAt(haloed, 0, 11) & 0xFFFFFFU, 0U);
-  EXPECT_GT(pixelAt(haloed, 0, 11) >> 24, 0x80U);
+  const Bitmap backed = renderItem(fonts, kWide, std::nullopt, wide);
+  EXPECT_EQ(backed.width, 30);
+  EXPECT_LT(pixelAt(backed, 0, 11) & 0xFFU, 0x40U);
+  EXPECT_GT(pixelAt(backed, 0, 11) >> 24, 0x80U);
 }
 
 TEST(ItemPicture, ATitleStandsInForAnImageUnlessTheHostShowsItBeside) {

@@ -21,12 +21,13 @@ std::string validUtf8(const std::string& text) {
 }  // namespace
 
 LinuxStatusItem::LinuxStatusItem(RunLoopQueue& loop, FontFaces& fonts, const TrayOptions& options,
-                                 const std::string& busAddress, TraySurroundings surroundings,
-                                 double length, std::function<void()> destroyed)
+                                 const std::string& busAddress,
+                                 const TraySurroundings& surroundings, double length,
+                                 std::function<void()> destroyed)
     : loop_(loop),
       fonts_(fonts),
       options_(options),
-      surroundings_(std::move(surroundings)),
+      surroundings_(surroundings),
       destroyed_(std::move(destroyed)),
       menu_(loop, options.replaceUncoveredCharacters),
       item_(loop, busAddress, menu_,
@@ -47,14 +48,14 @@ LinuxStatusItem::LinuxStatusItem(RunLoopQueue& loop, FontFaces& fonts, const Tra
 
 LinuxStatusItem::~LinuxStatusItem() { destroyed_(); }
 
-void LinuxStatusItem::hostChanged(TraySurroundings surroundings) {
+void LinuxStatusItem::hostChanged(const TraySurroundings& surroundings) {
   mustRegister_ = surroundings.hasHost;
-  surroundingsChanged(std::move(surroundings));
+  surroundingsChanged(surroundings);
   flushLater();
 }
 
-void LinuxStatusItem::surroundingsChanged(TraySurroundings surroundings) {
-  const TraySurroundings before = std::exchange(surroundings_, std::move(surroundings));
+void LinuxStatusItem::surroundingsChanged(const TraySurroundings& surroundings) {
+  const TraySurroundings before = std::exchange(surroundings_, surroundings);
   const Slot& slot = surroundings_.slot;
   const auto& bar = surroundings_.barAppearance;
   if (slot != before.slot || bar != before.barAppearance) contentChanged();
@@ -97,7 +98,7 @@ void LinuxStatusItem::addHoverView(HoverView view) {
 }
 
 Appearance LinuxStatusItem::effectiveAppearance() const {
-  // What is not known is drawn light with a dark halo, which reads on both.
+  // What is not known is drawn light on a dark backing, which reads on both.
   return surroundings_.barAppearance.value_or(Appearance::dark);
 }
 

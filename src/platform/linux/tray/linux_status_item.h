@@ -32,14 +32,14 @@ struct TraySurroundings {
 class LinuxStatusItem : public StatusItem {
  public:
   LinuxStatusItem(RunLoopQueue& loop, FontFaces& fonts, const TrayOptions& options,
-                  const std::string& busAddress, TraySurroundings surroundings, double length,
-                  std::function<void()> destroyed);
+                  const std::string& busAddress, const TraySurroundings& surroundings,
+                  double length, std::function<void()> destroyed);
   ~LinuxStatusItem() override;
 
   // Another host, the same host anew, or none.
-  void hostChanged(TraySurroundings surroundings);
+  void hostChanged(const TraySurroundings& surroundings);
   // The same host in other settings.
-  void surroundingsChanged(TraySurroundings surroundings);
+  void surroundingsChanged(const TraySurroundings& surroundings);
   // What text looks like has changed.
   void fontChanged() { contentChanged(); }
   bool isRegistered() const { return item_.isRegistered(); }
