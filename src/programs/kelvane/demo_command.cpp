@@ -79,7 +79,7 @@ class Demo {
     loop_.asyncAfter(interval_ / 2, [this, index, &step] {
       show(step);
       if (const auto failure = page_.addStep(step, computer_.registry, computer_.powerSources,
-                                       computer_.preferences)) {
+                                             computer_.preferences)) {
         finish(failure);
         return;
       }

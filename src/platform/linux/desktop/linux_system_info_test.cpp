@@ -9,7 +9,7 @@
 #include <stdlib.h>
 
 #include "platform/linux/glib/glib_ptr.h"
-#include "platform/linux/power/private_bus_test.h"
+#include "platform/linux/glib/private_bus_test.h"
 
 namespace kelvane {
 namespace {

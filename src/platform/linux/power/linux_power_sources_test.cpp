@@ -7,7 +7,7 @@
 #include <stdlib.h>
 
 #include "platform/linux/glib/glib_run_loop.h"
-#include "platform/linux/power/private_bus_test.h"
+#include "platform/linux/power/fake_upower_test.h"
 #include "platform/linux/power/supply_tree_test.h"
 
 namespace kelvane {

@@ -45,15 +45,15 @@ std::optional<std::string> readAttribute(int folder, const char* name) {
   const FileDescriptor file(openat(folder, name, O_RDONLY | O_NONBLOCK | O_CLOEXEC | O_NOCTTY));
   struct stat about {};
   if (!file || fstat(file.get(), &about) != 0 || !S_ISREG(about.st_mode)) return std::nullopt;
-  std::array<char, kMostBytes + 1> buffer{};
-  std::size_t size = 0;
-  while (size < buffer.size()) {
-    const ssize_t got = read(file.get(), buffer.data() + size, buffer.size() - size);
-    if (got < 0 && errno == EINTR) continue;
-    if (got < 0) return std::nullopt;  // the device went away, or can't tell now
-    if (got == 0) break;
-    size += static_cast<std::size_t>(got);
-  }
+  // One call gives the whole attribute (Documentation/filesystems/sysfs.rst), and of a file without
+  // end more than an attribute has.
+  std::array<char, kMostBytes + 1> buffer;
+  ssize_t got = 0;
+  do {
+    got = read(file.get(), buffer.data(), buffer.size());
+  } while (got < 0 && errno == EINTR);
+  if (got < 0) return std::nullopt;  // the device went away, or can't tell now
+  const auto size = static_cast<std::size_t>(got);
   if (size > kMostBytes) return std::nullopt;
   return std::string(buffer.data(), size);
 }

@@ -10,7 +10,7 @@
 #include <gtest/gtest.h>
 #include <stdlib.h>
 
-#include "platform/linux/power/private_bus_test.h"
+#include "platform/linux/power/fake_upower_test.h"
 #include "platform/linux/power/upower_properties.h"
 
 namespace kelvane {

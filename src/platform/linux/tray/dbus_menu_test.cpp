@@ -4,7 +4,7 @@
 
 #include <malloc.h>
 
-#include "platform/linux/tray/private_bus_test.h"
+#include "platform/linux/tray/tray_bus_test.h"
 
 namespace kelvane {
 namespace {

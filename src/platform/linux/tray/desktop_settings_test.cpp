@@ -2,7 +2,7 @@
 
 #include <cstdlib>
 
-#include "platform/linux/tray/private_bus_test.h"
+#include "platform/linux/tray/tray_bus_test.h"
 
 namespace kelvane {
 namespace {

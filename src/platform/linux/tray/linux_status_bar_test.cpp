@@ -1,6 +1,6 @@
 #include "platform/linux/tray/linux_status_bar.h"
 
-#include "platform/linux/tray/private_bus_test.h"
+#include "platform/linux/tray/tray_bus_test.h"
 
 namespace kelvane {
 namespace {

@@ -1,5 +1,5 @@
-// For tests on a bus of their own: dbus-daemon, other programs on it, and a main loop that runs
-// until something is true. The tests fail when there is no dbus-daemon.
+// For tests of the tray on a bus of their own: other programs on it, calls to them, and a menu that
+// a test scripts.
 #pragma once
 
 #include <functional>
@@ -16,6 +16,7 @@
 
 #include "platform/linux/glib/bus.h"
 #include "platform/linux/glib/glib_run_loop.h"
+#include "platform/linux/glib/private_bus_test.h"
 #include "platform/linux/tray/exported_object.h"
 #include "platform/menu.h"
 
@@ -23,45 +24,9 @@ namespace kelvane {
 
 class PrivateBusTest : public testing::Test {
  protected:
-  PrivateBusTest() : bus_(g_test_dbus_new(G_TEST_DBUS_NONE)) {
-    g_test_dbus_up(bus_.get());  // aborts, with words, when there is no dbus-daemon
-    address = g_test_dbus_get_bus_address(bus_.get());
-  }
-  ~PrivateBusTest() override {
-    runUntilIdle();
-    g_test_dbus_down(bus_.get());
-  }
+  ~PrivateBusTest() override { runUntilIdle(); }
 
-  // The default main context runs until `done`; false after five seconds.
-  static bool runUntil(const std::function<bool()>& done) {
-    bool isLate = false;
-    const guint timer = g_timeout_add_seconds(
-        5,
-        [](gpointer late) -> gboolean {
-          *static_cast<bool*>(late) = true;
-          return G_SOURCE_CONTINUE;
-        },
-        &isLate);
-    while (!done() && !isLate) g_main_context_iteration(nullptr, TRUE);
-    g_source_remove(timer);
-    return done();
-  }
-  static void runUntilIdle() {
-    while (g_main_context_iteration(nullptr, FALSE)) {
-    }
-  }
-
-  GObjectPtr<GDBusConnection> connect() const {
-    GError* rawError = nullptr;
-    GDBusConnection* connection = g_dbus_connection_new_for_address_sync(
-        address.c_str(),
-        static_cast<GDBusConnectionFlags>(G_DBUS_CONNECTION_FLAGS_AUTHENTICATION_CLIENT |
-                                          G_DBUS_CONNECTION_FLAGS_MESSAGE_BUS_CONNECTION),
-        nullptr, nullptr, &rawError);
-    const GErrorPtr error(rawError);
-    EXPECT_NE(connection, nullptr) << error->message;
-    return GObjectPtr<GDBusConnection>(connection);
-  }
+  GObjectPtr<GDBusConnection> connect() const { return bus_.connect(); }
 
   // What the bus itself is asked, answered at once.
   static GVariantPtr askBus(GDBusConnection* connection, const char* method, GVariant* arguments) {
@@ -121,10 +86,13 @@ class PrivateBusTest : public testing::Test {
     askBus(connection, "RequestName", g_variant_new("(su)", name.c_str(), 3));
   }
 
-  std::string address;
+ private:
+  const PrivateBus bus_;
+
+ protected:
+  const std::string address = bus_.address();
 
  private:
-  GObjectPtr<GTestDBus> bus_;
   std::vector<GDBusNodeInfoPtr> nodes_;
 };
 

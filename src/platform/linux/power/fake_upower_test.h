@@ -1,38 +1,16 @@
-// A message bus of the test's own, and a stand-in for UPower on it that says what a test tells it
-// to, sense or nonsense. Main thread; the default main context is iterated by the tests.
+// A stand-in for UPower on a bus of the test's own, that says what a test tells it to, sense or
+// nonsense. Main thread; the default main context is iterated by the tests.
 #pragma once
 
-#include <functional>
 #include <map>
-#include <memory>
 #include <string>
 
 #include <gio/gio.h>
 
 #include "platform/linux/glib/glib_ptr.h"
+#include "platform/linux/glib/private_bus_test.h"
 
 namespace kelvane {
-
-// Iterates the main context until `done` or for 5 seconds; whether it was done.
-bool runUntil(const std::function<bool()>& done);
-
-class PrivateBus {
- public:
-  // `activatable`: the folder with the .service files of what the bus may start; none when empty.
-  // Throws when there is no dbus-daemon.
-  explicit PrivateBus(const std::string& activatable = "");
-  ~PrivateBus();
-  PrivateBus(const PrivateBus&) = delete;
-  PrivateBus& operator=(const PrivateBus&) = delete;
-
-  const std::string& address() const { return address_; }
-  GObjectPtr<GDBusConnection> connect() const;
-
- private:
-  std::string folder_;
-  std::string address_;
-  GObjectPtr<GSubprocess> daemon_;
-};
 
 // Properties are texts of GVariant's format: "{'Type': <uint32 2>, 'Percentage': <57.0>}".
 class FakeUPower {

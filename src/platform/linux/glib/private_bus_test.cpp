@@ -1,0 +1,65 @@
+#include "platform/linux/glib/private_bus_test.h"
+
+#include <filesystem>
+#include <fstream>
+#include <stdexcept>
+
+#include <stdlib.h>
+
+namespace kelvane {
+
+bool runUntil(const std::function<bool()>& done) {
+  bool isLate = false;
+  const guint deadline = g_timeout_add(
+      5000, [](gpointer late) -> gboolean { return !(*static_cast<bool*>(late) = true); }, &isLate);
+  while (!done() && !isLate) g_main_context_iteration(nullptr, TRUE);
+  if (!isLate) g_source_remove(deadline);
+  return done();
+}
+
+void runUntilIdle() {
+  while (g_main_context_iteration(nullptr, FALSE)) {
+  }
+}
+
+PrivateBus::PrivateBus(const std::string& activatable) {
+  std::string pattern = (std::filesystem::temp_directory_path() / "bus-XXXXXX").string();
+  folder_ = mkdtemp(pattern.data());
+  const std::string configuration = folder_ + "/bus.conf";
+  std::ofstream(configuration)
+      << "<busconfig><type>session</type><listen>unix:path=" << folder_ << "/socket</listen>"
+      << (activatable.empty() ? "" : "<servicedir>" + activatable + "</servicedir>")
+      << "<policy context='default'><allow send_destination='*' eavesdrop='true'/>"
+      << "<allow eavesdrop='true'/><allow own='*'/></policy>"
+      << "</busconfig>";
+  constexpr auto kPipes = static_cast<GSubprocessFlags>(G_SUBPROCESS_FLAGS_STDOUT_PIPE |
+                                                        G_SUBPROCESS_FLAGS_STDERR_SILENCE);
+  GError* rawError = nullptr;
+  daemon_.reset(g_subprocess_new(kPipes, &rawError, "dbus-daemon", "--nofork", "--print-address",
+                                 "--config-file", configuration.c_str(), nullptr));
+  const GErrorPtr error(rawError);
+  if (!daemon_) throw std::runtime_error(std::string("no message bus: ") + error->message);
+  const GObjectPtr<GDataInputStream> output(
+      g_data_input_stream_new(g_subprocess_get_stdout_pipe(daemon_.get())));
+  const GCharPtr line(g_data_input_stream_read_line(output.get(), nullptr, nullptr, nullptr));
+  if (!line) throw std::runtime_error("the message bus did not start");
+  address_ = line.get();
+}
+
+PrivateBus::~PrivateBus() {
+  g_subprocess_force_exit(daemon_.get());
+  g_subprocess_wait(daemon_.get(), nullptr, nullptr);
+  std::filesystem::remove_all(folder_);
+}
+
+GObjectPtr<GDBusConnection> PrivateBus::connect() const {
+  constexpr auto kFlags =
+      static_cast<GDBusConnectionFlags>(G_DBUS_CONNECTION_FLAGS_AUTHENTICATION_CLIENT |
+                                        G_DBUS_CONNECTION_FLAGS_MESSAGE_BUS_CONNECTION);
+  GObjectPtr<GDBusConnection> connection(
+      g_dbus_connection_new_for_address_sync(address_.c_str(), kFlags, nullptr, nullptr, nullptr));
+  if (!connection) throw std::runtime_error("no connection to the message bus");
+  return connection;
+}
+
+}  // namespace kelvane
