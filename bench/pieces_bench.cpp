@@ -10,7 +10,7 @@
 #include "platform/linux/drawing/cairo_graphics.h"
 #include "platform/linux/power/sysfs_device_registry.h"
 #include "platform/memory/memory_computer.h"
-#include "programs/kelvane/item_sketch.h"
+#include "programs/kelvane-commands/item_sketch.h"
 #include "settings/settings_keys.h"
 
 namespace kelvane {

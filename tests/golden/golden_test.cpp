@@ -18,7 +18,7 @@
 #include "menubar/pictures.h"
 #include "platform/memory/memory_power.h"
 #include "platform/memory/memory_preferences.h"
-#include "programs/kelvane/item_sketch.h"
+#include "programs/kelvane-commands/item_sketch.h"
 
 namespace kelvane {
 namespace {

@@ -1,7 +1,7 @@
 #include "platform/linux/drawing/font_match.h"
 
+#include <algorithm>
 #include <memory>
-#include <sstream>
 
 #include <fontconfig/fontconfig.h>
 #include <malloc.h>
@@ -37,8 +37,10 @@ struct PatternDeleter {
 using PatternPtr = std::unique_ptr<FcPattern, PatternDeleter>;
 
 void addFamilies(FcPattern* pattern, const std::string& families) {
-  std::istringstream list(families);
-  for (std::string name; std::getline(list, name, ',');) {
+  for (std::size_t start = 0; start <= families.size();) {
+    const std::size_t end = std::min(families.find(',', start), families.size());
+    std::string name = families.substr(start, end - start);
+    start = end + 1;
     const auto first = name.find_first_not_of(' ');
     if (first == std::string::npos) continue;
     name = name.substr(first, name.find_last_not_of(' ') - first + 1);

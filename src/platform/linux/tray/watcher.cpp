@@ -1,16 +1,16 @@
 #include "platform/linux/tray/watcher.h"
 
-#include <fstream>
 #include <utility>
 
 namespace kelvane {
 namespace {
 
 std::string nameOfProcess(guint32 id) {
-  std::ifstream file("/proc/" + std::to_string(id) + "/comm");
-  std::string name;
-  std::getline(file, name);
-  return name;
+  char* contents = nullptr;
+  const std::string path = "/proc/" + std::to_string(id) + "/comm";
+  if (!g_file_get_contents(path.c_str(), &contents, nullptr, nullptr)) return "";
+  const GCharPtr owned(contents);
+  return g_strchomp(contents);
 }
 
 }  // namespace

@@ -1,8 +1,8 @@
-#include "programs/kelvane/demo_page.h"
+#include "programs/kelvane-commands/demo_page.h"
 
 #include <fstream>
 
-#include "programs/kelvane/item_sketch.h"
+#include "programs/kelvane-commands/item_sketch.h"
 
 namespace kelvane {
 namespace {

@@ -1,4 +1,4 @@
-#include "programs/kelvane/settings_command.h"
+#include "programs/kelvane-commands/settings_command.h"
 
 #include <sstream>
 

@@ -1,12 +1,12 @@
-#include "programs/kelvane/render_command.h"
+#include "programs/kelvane-commands/render_command.h"
 
 #include <memory>
 #include <ostream>
 
 #include "platform/linux/preferences/plist_preferences.h"
 #include "platform/memory/memory_preferences.h"
-#include "programs/kelvane/power_reading.h"
-#include "programs/kelvane/settings_command.h"
+#include "programs/kelvane-commands/power_reading.h"
+#include "programs/kelvane-commands/settings_command.h"
 
 namespace kelvane {
 namespace {

@@ -1,4 +1,4 @@
-#include "programs/kelvane/status_command.h"
+#include "programs/kelvane-commands/status_command.h"
 
 #include <algorithm>
 #include <cmath>
@@ -14,8 +14,8 @@
 #include "platform/linux/desktop/linux_text_formats.h"
 #include "platform/linux/drawing/cairo_graphics.h"
 #include "platform/linux/preferences/plist_preferences.h"
+#include "programs/kelvane-commands/power_reading.h"
 #include "programs/kelvane/foreign_text.h"
-#include "programs/kelvane/power_reading.h"
 #include "settings/settings_keys.h"
 
 namespace kelvane {

@@ -1,4 +1,4 @@
-#include "programs/kelvane/status_command.h"
+#include "programs/kelvane-commands/status_command.h"
 
 #include <string>
 

@@ -1,4 +1,4 @@
-#include "programs/kelvane/item_sketch.h"
+#include "programs/kelvane-commands/item_sketch.h"
 
 #include "battery/battery.h"
 #include "kit/kit_keys.h"

@@ -1,4 +1,4 @@
-#include "programs/kelvane/demo_script.h"
+#include "programs/kelvane-commands/demo_script.h"
 
 #include <set>
 #include <sstream>
@@ -6,8 +6,8 @@
 #include <gtest/gtest.h>
 
 #include "platform/memory/memory_preferences.h"
-#include "programs/kelvane/demo_page.h"
-#include "programs/kelvane/settings_command.h"
+#include "programs/kelvane-commands/demo_page.h"
+#include "programs/kelvane-commands/settings_command.h"
 
 namespace kelvane {
 namespace {

@@ -1,4 +1,4 @@
-#include "programs/kelvane/demo_command.h"
+#include "programs/kelvane-commands/demo_command.h"
 
 #include <filesystem>
 #include <memory>
@@ -15,11 +15,11 @@
 #include "platform/linux/glib/glib_run_loop.h"
 #include "platform/linux/tray/linux_status_bar.h"
 #include "platform/memory/memory_computer.h"
-#include "programs/kelvane/demo_page.h"
-#include "programs/kelvane/demo_script.h"
+#include "programs/kelvane-commands/demo_page.h"
+#include "programs/kelvane-commands/demo_script.h"
+#include "programs/kelvane-commands/item_sketch.h"
+#include "programs/kelvane-commands/settings_command.h"
 #include "programs/kelvane/foreign_text.h"
-#include "programs/kelvane/item_sketch.h"
-#include "programs/kelvane/settings_command.h"
 
 namespace kelvane {
 namespace {

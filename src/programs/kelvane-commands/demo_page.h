@@ -10,7 +10,7 @@
 #include "platform/linux/drawing/bitmap.h"
 #include "platform/power_sources.h"
 #include "platform/preferences.h"
-#include "programs/kelvane/demo_script.h"
+#include "programs/kelvane-commands/demo_script.h"
 
 namespace kelvane {
 

@@ -1,4 +1,4 @@
-#include "programs/kelvane/demo_script.h"
+#include "programs/kelvane-commands/demo_script.h"
 
 namespace kelvane {
 

@@ -10,7 +10,7 @@
 #include "platform/linux/power/linux_power_sources.h"
 #include "platform/memory/memory_power.h"
 #include "platform/preferences.h"
-#include "programs/kelvane/item_sketch.h"
+#include "programs/kelvane-commands/item_sketch.h"
 
 namespace kelvane {
 

@@ -1,4 +1,4 @@
-#include "programs/kelvane/command_line.h"
+#include "programs/kelvane-commands/command_line.h"
 
 #include <algorithm>
 #include <cmath>
@@ -10,13 +10,15 @@
 #include <vector>
 
 #include <CLI/CLI.hpp>
+#include <stdlib.h>
 
 #include "platform/linux/preferences/plist_preferences.h"
-#include "programs/kelvane/demo_command.h"
-#include "programs/kelvane/render_command.h"
+#include "programs/kelvane-commands/demo_command.h"
+#include "programs/kelvane-commands/render_command.h"
+#include "programs/kelvane-commands/settings_command.h"
+#include "programs/kelvane-commands/status_command.h"
+#include "programs/kelvane/programs.h"
 #include "programs/kelvane/resident.h"
-#include "programs/kelvane/settings_command.h"
-#include "programs/kelvane/status_command.h"
 
 namespace kelvane {
 namespace {
@@ -99,6 +101,15 @@ struct RenderArguments {
   }
 };
 
+// The resident program reads its options from the environment.
+int becomeResident(const PowerOptions& power, char* name) {
+  setenv("KELVANE_POWER_SUPPLY", power.directory.c_str(), 1);
+  setenv("KELVANE_UPOWER", power.useUPower ? "yes" : "no", 1);
+  char* const arguments[] = {name, nullptr};
+  becomeProgram("kelvane", arguments);
+  return 1;
+}
+
 int runSettings(const std::vector<std::string>& arguments) {
   PlistPreferences preferences;
   return runSettingsCommand(arguments, preferences, std::cout, std::cerr);
@@ -152,7 +163,7 @@ int runCommandLine(int argumentCount, char** arguments) {
   if (*renderCommand) return render.run(power);
   if (*settings) return runSettings(settings->remaining());
   if (*demo) return runDemoCommand(demoOptions, std::cout, std::cerr);
-  return runResident(power);
+  return becomeResident(power, arguments[0]);
 }
 
 }  // namespace kelvane
