@@ -10,23 +10,13 @@
 #include "kit/kit_keys.h"
 #include "menubar/colors.h"
 #include "menubar/item_fixture_test.h"
+#include "platform/memory/memory_menu.h"
 #include "platform/memory/memory_status_bar.h"
 
 namespace kelvane {
 namespace {
 
 using ::testing::ElementsAre;
-
-class NoMenu : public Menu {
- public:
-  const std::vector<MenuLine>& lines() const override { return lines_; }
-  void needsUpdate() override {}
-  void willOpen() override {}
-  void didClose() override {}
-
- private:
-  std::vector<MenuLine> lines_;
-};
 
 class ControllerTest : public ItemTest {
  protected:
@@ -42,7 +32,7 @@ class ControllerTest : public ItemTest {
   }
 
   MemoryStatusBar statusBar;
-  NoMenu menu;
+  MemoryMenu menu;
   KitKeys kitKeys{preferences};
   StatusItemController controller{statusBar, preferences, kitKeys, context, menu};
 };

@@ -7,6 +7,7 @@ import subprocess
 
 from . import notifiers
 from .bus import Bus
+from .fixture import Fixture
 from .hosts import HOSTS
 from .hosts.host import WATCHER, Look
 from .private_bus import start_bus
@@ -16,7 +17,7 @@ from .processes import Processes, wait_until
 _KEPT = ("PATH", "LANG", "LC_ALL", "ASAN_OPTIONS", "UBSAN_OPTIONS", "TSAN_OPTIONS", "LSAN_OPTIONS")
 
 
-class Desk:
+class Desk(Fixture):
     """`host` is a key of HOSTS, `power` a running Power or None; `environment` is for programs."""
 
     def __init__(self, directory, host="xfce", notifier="dunst", power=None, look=Look(),
@@ -28,20 +29,6 @@ class Desk:
         self._accessibility = accessibility
         self.processes = Processes(self.directory / "log")
         self.environment = {}
-        self.bus = None
-
-    def __enter__(self):
-        try:
-            self._start()
-        except BaseException:
-            self.__exit__()
-            raise
-        return self
-
-    def __exit__(self, *_):
-        if self.bus:
-            self.bus.close()
-        self.processes.__exit__()
 
     @property
     def mock_environment(self):

@@ -10,6 +10,7 @@ from gi.repository import GLib
 
 from . import supplies
 from .bus import Bus
+from .fixture import Fixture
 from .private_bus import start_bus
 from .processes import Processes, wait_until
 
@@ -29,7 +30,7 @@ _TAKING_DESCRIPTORS = (
 )
 
 
-class Power:
+class Power(Fixture):
     """An adapter AC and batteries BAT0, BAT1 ... at 57 %, on battery; login1 is a mock."""
 
     def __init__(self, directory, batteries=1, upower=True):
@@ -37,21 +38,7 @@ class Power:
         self.names = ["AC"] + [f"BAT{number}" for number in range(batteries)]
         self._with_upower = upower
         self._starts = 0  # of upowerd
-        self._processes = Processes(self._directory / "log")
-        self.bus = None
-
-    def __enter__(self):
-        try:
-            self._start()
-        except BaseException:
-            self.__exit__()
-            raise
-        return self
-
-    def __exit__(self, *_):
-        if self.bus:
-            self.bus.close()
-        self._processes.__exit__()
+        self.processes = Processes(self._directory / "log")
 
     @property
     def environment(self):
@@ -130,14 +117,14 @@ class Power:
         environment = {**os.environ, **self.mock_environment, "UPOWER_HISTORY_DIR": str(history)}
         self._starts += 1
         taken = str(40 + 20 * self._starts)
-        self._processes.start("upowerd", [*_TAKING_DESCRIPTORS, taken, program, "-v"], environment)
+        self.processes.start("upowerd", [*_TAKING_DESCRIPTORS, taken, program, "-v"], environment)
         wait_until(self._upower_is_ready, "upowerd")
 
     def stop_upower(self):
-        self._processes.stop("upowerd")
+        self.processes.stop("upowerd")
 
     def has_upower(self):
-        return self._processes.is_running("upowerd")
+        return self.processes.is_running("upowerd")
 
     def restart_upower(self):
         self.stop_upower()
@@ -145,7 +132,7 @@ class Power:
 
     def _start(self):
         self._directory.mkdir(parents=True, exist_ok=True)
-        testbed = self._processes.start(
+        testbed = self.processes.start(
             "testbed",
             [sys.executable, "-B", pathlib.Path(__file__).with_name("testbed.py")],
             {**os.environ, "LD_PRELOAD": _PRELOAD},
@@ -157,10 +144,10 @@ class Power:
         self.root = json.loads(testbed.stdout.readline())
         for name in self.names:
             self._ask("add", name, supplies.attributes(name))
-        self.address = start_bus(self._processes, self._directory, "system")
+        self.address = start_bus(self.processes, self._directory, "system")
         self.bus = Bus(self.address)
         command = [sys.executable, "-m", "dbusmock", "--system", "--template", "logind"]
-        self._processes.start("logind", command, {**os.environ, **self.environment})
+        self.processes.start("logind", command, {**os.environ, **self.environment})
         login1 = "org.freedesktop.login1"
         wait_until(lambda: self.bus.has_owner(login1), "the mock of login1")
         if self._with_upower:

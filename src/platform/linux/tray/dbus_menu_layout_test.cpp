@@ -6,22 +6,12 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "platform/memory/memory_menu.h"
+
 namespace kelvane {
 namespace {
 
 using testing::ElementsAre;
-
-class LinesMenu : public Menu {
- public:
-  explicit LinesMenu(std::vector<MenuLine> lines) : lines_(std::move(lines)) {}
-  const std::vector<MenuLine>& lines() const override { return lines_; }
-  void needsUpdate() override {}
-  void willOpen() override {}
-  void didClose() override {}
-
- private:
-  std::vector<MenuLine> lines_;
-};
 
 MenuLine text(const std::string& title) {
   MenuLine line;
@@ -43,7 +33,7 @@ const MenuLine kSeparator = ofKind(MenuLine::Kind::separator);
 const MenuLine kPlaceholder = ofKind(MenuLine::Kind::placeholder);
 MenuLine submenu(const std::string& title, std::vector<MenuLine> lines) {
   MenuLine line = command(title);
-  line.submenu = std::make_shared<LinesMenu>(std::move(lines));
+  line.submenu = std::make_shared<MemoryMenu>(std::move(lines));
   return line;
 }
 
@@ -137,8 +127,8 @@ TEST(DbusMenuLayout, NeverGivesTheIdOfALineThatHasGoneToAnother) {
 }
 
 TEST(DbusMenuLayout, EndsAMenuThatContainsItself) {
-  struct Endless : LinesMenu {
-    using LinesMenu::LinesMenu;
+  struct Endless : MemoryMenu {
+    using MemoryMenu::MemoryMenu;
     const std::vector<MenuLine>& lines() const override { return own; }
     std::vector<MenuLine> own;
   };

@@ -5,6 +5,7 @@
 #include <malloc.h>
 
 #include "platform/linux/tray/tray_bus_test.h"
+#include "platform/memory/memory_menu.h"
 
 namespace kelvane {
 namespace {
@@ -73,8 +74,8 @@ class DbusMenuTest : public PrivateBusTest {
 
   GlibRunLoop loop;
   GObjectPtr<GDBusConnection> ours, host;
-  ScriptedMenu lines;
-  std::shared_ptr<ScriptedMenu> more = std::make_shared<ScriptedMenu>();
+  MemoryMenu lines;
+  std::shared_ptr<MemoryMenu> more = std::make_shared<MemoryMenu>();
   std::string text = "57%";
   int extraLines = 0;
   int chosen = 0;

@@ -1,6 +1,7 @@
 #include "platform/linux/tray/linux_status_bar.h"
 
 #include "platform/linux/tray/tray_bus_test.h"
+#include "platform/memory/memory_menu.h"
 
 namespace kelvane {
 namespace {
@@ -107,7 +108,7 @@ class LinuxStatusBarTest : public PrivateBusTest {
   FontFaces fonts;
   GObjectPtr<GDBusConnection> session, host;
   TrayOptions options;
-  ScriptedMenu menu;
+  MemoryMenu menu;
   std::string menuText = "Fully Charged";
   int drawings = 0;
   std::vector<std::string> registered, heard;

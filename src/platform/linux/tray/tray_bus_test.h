@@ -18,7 +18,6 @@
 #include "platform/linux/glib/glib_run_loop.h"
 #include "platform/linux/glib/private_bus_test.h"
 #include "platform/linux/tray/exported_object.h"
-#include "platform/menu.h"
 
 namespace kelvane {
 
@@ -109,25 +108,6 @@ class ProcessName {
 
  private:
   char before_[16] = {};
-};
-
-// A menu whose lines are made anew by every update, as the application's are.
-class ScriptedMenu : public Menu {
- public:
-  const std::vector<MenuLine>& lines() const override { return lines_; }
-  void needsUpdate() override {
-    ++updates;
-    if (make) lines_ = make();
-  }
-  void willOpen() override { history.push_back("opened"); }
-  void didClose() override { history.push_back("closed"); }
-
-  std::function<std::vector<MenuLine>()> make;
-  int updates = 0;
-  std::vector<std::string> history;
-
- private:
-  std::vector<MenuLine> lines_;
 };
 
 }  // namespace kelvane
