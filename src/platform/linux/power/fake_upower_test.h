@@ -28,7 +28,6 @@ class FakeUPower {
             const std::string& parameters);
 
   int getAllCount(const std::string& device) const;
-  bool isSilent = false;  // answers no call while true
 
  private:
   struct Device {
