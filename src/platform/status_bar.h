@@ -86,7 +86,8 @@ class StatusItem {
   [[nodiscard]] virtual std::unique_ptr<StatusItemObservation> observeEffectiveAppearance(
       std::function<void()> callback) = 0;
 
-  // The slot of the item, and its changes (another bar, another scale); not called at registration.
+  // The slot of the item, and its changes (another bar, another scale, or another font, in which
+  // texts measure differently); not called at registration.
   virtual Slot slot() const = 0;
   [[nodiscard]] virtual std::unique_ptr<StatusItemObservation> observeSlot(
       std::function<void()> callback) = 0;

@@ -88,7 +88,6 @@ class LinuxStatusBar::Impl {
     if (font.empty() || font == font_) return;
     font_ = font;
     fonts_.setFamily(font_);
-    if (options_.fontFamilyChanged) options_.fontFamilyChanged(font_);
     if (item_) item_->fontChanged();
   }
 

@@ -35,9 +35,6 @@ struct TrayOptions {
   std::function<void(const std::string& token)> activationToken;
   // Rewrites a text for programs that may have no glyph for one of its characters.
   std::function<std::string(std::string text)> replaceUncoveredCharacters;
-  // The desktop's interface font was found out or has changed, and the fonts have taken it over, so
-  // texts measure differently: its family, without size and style.
-  std::function<void(const std::string& family)> fontFamilyChanged;
 };
 
 class LinuxStatusBar : public StatusBar {

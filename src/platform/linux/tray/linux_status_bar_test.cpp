@@ -296,9 +296,9 @@ TEST_F(LinuxStatusBarTest, TellsAppearanceOnceAtRegistrationAndWhenItChanges) {
                   " 'org.gnome.desktop.interface': {'font-name': <'No Such Font 10'>}},)",
                   scheme);
             });
-  std::vector<std::string> families;
-  options.fontFamilyChanged = [&](const std::string& family) { families.push_back(family); };
   start();
+  std::vector<Slot::Shape> slots;
+  const auto slotObservation = item->observeSlot([&] { slots.push_back(item->slot().shape); });
   std::vector<Appearance> seen;
   const auto observation =
       item->observeEffectiveAppearance([&] { seen.push_back(item->effectiveAppearance()); });
@@ -306,7 +306,8 @@ TEST_F(LinuxStatusBarTest, TellsAppearanceOnceAtRegistrationAndWhenItChanges) {
   const auto host1 = watcher();
   ASSERT_TRUE(isRegistered(1));
   EXPECT_THAT(seen, ElementsAre(Appearance::dark, Appearance::light));
-  EXPECT_THAT(families, ElementsAre("No Such Font"));
+  // First for the new font, then for the slot.
+  EXPECT_THAT(slots, ElementsAre(Slot::Shape::square, Slot::Shape::wide));
   portal->object->emit("SettingChanged", g_variant_new("(ssv)", "org.freedesktop.appearance",
                                                        "color-scheme", g_variant_new_uint32(1)));
   ASSERT_TRUE(runUntil([&] { return seen.size() == 3; }));

@@ -65,6 +65,12 @@ void LinuxStatusItem::surroundingsChanged(const TraySurroundings& surroundings) 
   if (!alive.expired() && slot != before.slot) slotObservers_.notify();
 }
 
+void LinuxStatusItem::fontChanged() {
+  contentChanged();
+  // The application measured its texts with the font before.
+  slotObservers_.notify();
+}
+
 void LinuxStatusItem::setVisible(bool visible) {
   if (visible == isVisible_) return;
   isVisible_ = visible;

@@ -41,7 +41,7 @@ class LinuxStatusItem : public StatusItem {
   // The same host in other settings.
   void surroundingsChanged(const TraySurroundings& surroundings);
   // What text looks like has changed.
-  void fontChanged() { contentChanged(); }
+  void fontChanged();
   bool isRegistered() const { return item_.isRegistered(); }
 
   bool isVisible() const override { return isVisible_; }
