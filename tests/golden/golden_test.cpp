@@ -9,6 +9,7 @@
 #include <cstring>
 #include <filesystem>
 #include <optional>
+#include <ostream>
 #include <string>
 #include <vector>
 
@@ -30,6 +31,8 @@ struct GoldenState {
   Slot::Shape shape = Slot::Shape::wide;
   Appearance bar = Appearance::light;
 };
+
+void PrintTo(const GoldenState& state, std::ostream* out) { *out << state.name; }
 
 constexpr auto kEarly = BatteryWarningLevel::early;
 constexpr auto kFinal = BatteryWarningLevel::final;
