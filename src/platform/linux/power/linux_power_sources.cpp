@@ -51,16 +51,15 @@ void LinuxPowerSources::updateWatch() {
 }
 
 std::vector<PropertyDictionary> LinuxPowerSources::descriptions() {
-  return readings(SupplyFields::all).descriptions;
+  return readings().descriptions;
 }
 
 double LinuxPowerSources::timeRemainingEstimate() {
-  return readings(SupplyFields::state).timeRemainingEstimate;
+  return powerReadings(readSupplies(options_.directory, SupplyFields::state), upower())
+      .timeRemainingEstimate;
 }
 
-BatteryWarningLevel LinuxPowerSources::warningLevel() {
-  return readings(SupplyFields::all).warningLevel;
-}
+BatteryWarningLevel LinuxPowerSources::warningLevel() { return readings().warningLevel; }
 
 std::shared_ptr<RunLoopSource> LinuxPowerSources::makeNotificationSource(
     std::function<void()> callback) {
@@ -87,11 +86,10 @@ bool LinuxPowerSources::hasListeners() {
   return !listeners_.empty();
 }
 
-PowerReadings LinuxPowerSources::readings(SupplyFields fields) const {
-  // Of the kernel's files UPower's readings need no more than the adapter.
-  const UPowerSnapshot* mirrored = upower();
-  return powerReadings(readSupplies(options_.directory, mirrored ? SupplyFields::state : fields),
-                       mirrored);
+PowerReadings LinuxPowerSources::readings() const {
+  // While UPower serves, only the estimate needs the kernel's word, on the adapter.
+  if (const UPowerSnapshot* mirrored = upower()) return powerReadings({}, mirrored);
+  return powerReadings(readSupplies(options_.directory, SupplyFields::all), nullptr);
 }
 
 LinuxPowerSources::Reading LinuxPowerSources::read() const {

@@ -63,7 +63,8 @@ class LinuxPowerSources : public PowerSources {
   // Watches the kernel while that is what serves and somebody listens.
   void updateWatch();
   bool hasListeners();
-  PowerReadings readings(SupplyFields fields) const;
+  // All but the estimate.
+  PowerReadings readings() const;
   Reading read() const;
   void signalIfChanged();
   void signal();

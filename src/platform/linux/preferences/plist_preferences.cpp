@@ -29,7 +29,7 @@ PlistPreferences::PlistPreferences(std::filesystem::path path, Report report)
   const auto contents = file_.read();
   if (!contents.problem.empty())
     reportUnreadable(contents.problem,
-                     "default settings are used, and the file is kept beside it as " +
+                     "default settings are used, and the first change keeps the file as " +
                          file_.path().filename().string() + ".corrupt-DATE");
   load(valuesOf(contents.dictionary.get()));
 }
