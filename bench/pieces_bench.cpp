@@ -45,7 +45,7 @@ void rebuildMenu(benchmark::State& state) {
   TqMenu menu;
   for (auto _ : state)
     rebuildBatteryMenu(menu,
-                       {battery, computer.runLoop, computer.systemInfo, computer.textFormats});
+                       {battery, computer.runLoop, computer.systemInfo, computer.textFormats, {}});
 }
 BENCHMARK(rebuildMenu);
 

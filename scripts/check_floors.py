@@ -31,7 +31,7 @@ SEES = {
     "platform": ({"platform"}, {"standard"}),
     "platform/portable": ({"platform", "platform/portable"}, {"standard"}),
     "platform/memory": ({"platform", "platform/portable", "platform/memory"}, {"standard", "system"}),
-    "platform/linux": ({"platform", "platform/portable", "platform/linux"}, {"standard", "system"}),
+    "platform/linux": ({"platform", "platform/portable", "platform/linux"}, {"standard", "json", "system"}),
     "platform/macos": ({"platform", "platform/portable", "platform/macos"}, {"standard", "system"}),
 }
 for level, floor in enumerate(FLOORS[1:], start=1):

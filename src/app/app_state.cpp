@@ -4,10 +4,15 @@
 #include <utility>
 #include <variant>
 
-#include "menu/battery_menu.h"
+#include "battery/has_battery.h"
+#include "menubar/pictures.h"
+#include "notifications/battery_notices.h"
 #include "platform/preferences.h"
 #include "platform/run_loop.h"
+#include "platform/system_info.h"
 #include "platform/user_notifications.h"
+#include "platform/windows.h"
+#include "platform/workspace.h"
 #include "reactive/scheduling.h"
 #include "store/observe.h"
 
@@ -16,13 +21,25 @@ namespace {
 
 constexpr double kRevealSeconds = 5.0;
 constexpr double kAppearanceDebounceSeconds = 1.0;
+constexpr SystemVersion kFirstRefusedSystem{12, 0, 0};
+constexpr int kRefused = 1;
 
 }  // namespace
 
-AppState::AppState(const Platform& platform, const SettingsKeys& settings)
+AppState::AppState(const Platform& platform, const SettingsKeys& settings,
+                   ApplicationInformation information)
     : platform_(platform),
       settings_(settings),
-      kitKeys_(platform.preferences),
+      information_(std::move(information)),
+      tqkit_(platform.preferences, platform.runLoop),
+      feedback_(platform, information_),
+      menuActions_{
+          .showPreferencesWindow = [this] { showPreferencesWindow(); },
+          .openBatterySettings = [this] { platform_.workspace.openBatterySettings(); },
+          .showAbout = [this] { feedback_.showAbout(); },
+          .sendFeedback = [this] { feedback_.sendFeedback(); },
+          .openFAQ = [this] { feedback_.openFAQ(); },
+      },
       self_(std::make_shared<AppState*>(this)) {
   platform_.runLoop.async(guarded([this] { start(); }));
 }
@@ -46,15 +63,44 @@ Battery& AppState::battery() {
 StatusItemController& AppState::statusItemController() {
   if (!statusItem_)
     statusItem_ = std::make_unique<StatusItemController>(
-        platform_.statusBar, platform_.preferences, kitKeys_,
+        platform_.statusBar, platform_.preferences, tqkit_.keys(),
         ItemContext{battery(), settings_, platform_.graphics}, menu_);
   return *statusItem_;
 }
 
+LowBatteryAlert& AppState::lowBatteryAlert() {
+  if (!lowBatteryAlert_)
+    lowBatteryAlert_ =
+        std::make_unique<LowBatteryAlert>(battery(), platform_.windows, platform_.runLoop,
+                                          [] { return namedPicture("LowBatteryIcon"); });
+  return *lowBatteryAlert_;
+}
+
 void AppState::start() {
+  if (const auto version = platform_.systemInfo.macOSVersion(); version >= kFirstRefusedSystem) {
+    const std::string& name = information_.name;
+    refuse("This version of " + name +
+               " is meant for macOS 11 and older only. For macOS 12 and later, get a newer version "
+               "of " +
+               name + " on the App Store.",
+           "");
+    return;
+  }
+  if (!hasBattery(platform_.powerSources)) {
+    refuse("This Mac is not supported.", "Kelvane is intended for Mac laptops with a battery.");
+    return;
+  }
+  hasStarted_ = true;
   applyVisibilityLater();
   statusItemController().updateStatusItem();
   connectSubscriptions();
+}
+
+void AppState::refuse(const std::string& title, const std::string& message) {
+  platform_.windows.activate();
+  refusal_ =
+      platform_.windows.alert({.title = title, .message = message, .buttons = {"Quit"}},
+                              [&runLoop = platform_.runLoop](int) { runLoop.terminate(kRefused); });
 }
 
 void AppState::applyVisibilityLater() {
@@ -62,7 +108,8 @@ void AppState::applyVisibilityLater() {
       kRevealSeconds, guarded([this] { statusItemController().updateStatusItemVisibility(); }));
 }
 
-bool AppState::applicationShouldHandleReopen() {
+bool AppState::reopen() {
+  if (!hasStarted_) return true;
   statusItemController().setVisiblePreservingPosition(true);
   applyVisibilityLater();
   return true;
@@ -100,27 +147,63 @@ void AppState::connectSubscriptions() {
   cancellables_.push_back(
       receiveOnMainQueue(publisher(settings_.hideIconWhenOnPower, {}), runLoop)
           .subscribe([&item](const KeyChange<bool>&) { item.updateStatusItemVisibility(); }));
+  connectPermissionRequests();
+}
+
+void AppState::connectPermissionRequests() {
+  const ObservationOptions initially{.initial = true};
+  const auto ask = [this](bool isWanted) {
+    if (isWanted) platform_.userNotifications.requestAuthorization();
+  };
+  cancellables_.push_back(
+      publisher(settings_.notifyWhenFullyCharged, initially)
+          .subscribe([ask](const KeyChange<bool>& change) { ask(change.newValue); }));
+  for (const SettingKey<Levels>* levels :
+       {&settings_.notifyAtPercentagesOnBattery, &settings_.notifyAtPercentagesOnPower})
+    cancellables_.push_back(
+        publisher(*levels, initially).subscribe([ask](const KeyChange<Levels>& change) {
+          ask(!change.newValue.empty());
+        }));
 }
 
 void AppState::batteryDidChange(bool adapterDidChange) {
   StatusItemController& item = statusItemController();
   if (!adapterDidChange) {
     item.updateStatusItem();
-    return;
-  }
-  if (battery().isPowerAdapterConnected()) {
-    item.updateStatusItemVisibility();
-    platform_.runLoop.async(guarded([&item] { item.updateStatusItem(); }));
   } else {
-    item.updateStatusItem();
-    platform_.runLoop.async(guarded([&item] { item.updateStatusItemVisibility(); }));
+    if (battery().isPowerAdapterConnected()) {
+      item.updateStatusItemVisibility();
+      platform_.runLoop.async(guarded([&item] { item.updateStatusItem(); }));
+    } else {
+      item.updateStatusItem();
+      platform_.runLoop.async(guarded([&item] { item.updateStatusItemVisibility(); }));
+    }
+    platform_.userNotifications.removeAllDelivered();
   }
-  platform_.userNotifications.removeAllDelivered();
+  platform_.runLoop.async(guarded([this] { checkLowBattery(); }));
+  checkFullyCharged();
+  checkPercentageNotification();
 }
 
+void AppState::checkPercentageNotification() {
+  kelvane::checkPercentageNotification({battery(), settings_, platform_.userNotifications});
+}
+
+void AppState::checkFullyCharged() {
+  kelvane::checkFullyCharged({battery(), settings_, platform_.userNotifications});
+}
+
+void AppState::checkLowBattery() { lowBatteryAlert().check(lastTimeShownLowBatteryWarning_); }
+
 void AppState::rebuildMenu() {
-  rebuildBatteryMenu(menu_,
-                     {battery(), platform_.runLoop, platform_.systemInfo, platform_.textFormats});
+  rebuildBatteryMenu(menu_, {battery(), platform_.runLoop, platform_.systemInfo,
+                             platform_.textFormats, menuActions_});
+}
+
+void AppState::showPreferencesWindow() {
+  if (!hasStarted_) return;
+  platform_.windows.activate();
+  preferencesWindow_ = platform_.windows.openWindow(information_.name, {}, {});
 }
 
 }  // namespace kelvane

@@ -1,7 +1,10 @@
 #include "app/app_state.h"
 
+#include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include <gmock/gmock.h>
@@ -20,9 +23,13 @@ class AppStateTest : public ::testing::Test {
  protected:
   void start(const MemoryBattery& battery) {
     computer.set(battery);
-    app = std::make_unique<AppState>(computer.platform(), settings);
+    make();
     computer.runLoop.run();
     item().calls.clear();
+  }
+  void make() {
+    app = std::make_unique<AppState>(computer.platform(), settings,
+                                     ApplicationInformation{.name = "Kelvane"});
   }
   MemoryStatusItemState& item() { return *computer.statusBar.item(); }
   // The calls since the last time, each redraw of the icon as one word.
@@ -45,7 +52,7 @@ class AppStateTest : public ::testing::Test {
 
 TEST_F(AppStateTest, StartsOnTheNextTurnWithTheItemDrawnAndTheHoverView) {
   computer.set({.percent = 57});
-  app = std::make_unique<AppState>(computer.platform(), settings);
+  make();
   EXPECT_EQ(computer.statusBar.itemCount(), 0);
   computer.runLoop.run();
   EXPECT_EQ(computer.statusBar.itemCount(), 1);
@@ -55,6 +62,58 @@ TEST_F(AppStateTest, StartsOnTheNextTurnWithTheItemDrawnAndTheHoverView) {
   // value.
   EXPECT_THAT(calls(), ElementsAre("visible true", "redraw", "redraw", "hover view", "redraw",
                                    "redraw", "redraw", "redraw", "redraw", "redraw"));
+}
+
+TEST_F(AppStateTest, RefusesWhatItIsNotFor) {
+  const struct {
+    std::optional<SystemVersion> system;
+    bool hasBattery;
+    std::string title;
+    std::string message;
+  } rows[] = {
+      {SystemVersion{12, 0, 0}, false,
+       "This version of Kelvane is meant for macOS 11 and older only. For macOS 12 and later, get "
+       "a "
+       "newer version of Kelvane on the App Store.",
+       ""},
+      {SystemVersion{11, 7, 10}, false, "This Mac is not supported.",
+       "Kelvane is intended for Mac laptops with a battery."},
+      {std::nullopt, false, "This Mac is not supported.",
+       "Kelvane is intended for Mac laptops with a battery."},
+      {SystemVersion{11, 7, 10}, true, "", ""},
+      {std::nullopt, true, "", ""},
+  };
+  std::int64_t launches = 0;
+  for (const auto& row : rows) {
+    MemoryBattery{}.apply(computer.registry, computer.powerSources);
+    if (!row.hasBattery) computer.powerSources.sources.clear();
+    computer.systemInfo.version = row.system;
+    computer.windows.alerts.clear();
+    const int items = computer.statusBar.itemCount();
+    make();
+    computer.runLoop.run();
+    EXPECT_EQ(settings.showPercentage.suite().object("Tq_launchCount"), PropertyValue(++launches));
+    if (row.title.empty()) {
+      EXPECT_TRUE(computer.windows.alerts.empty());
+      EXPECT_EQ(computer.statusBar.itemCount(), items + 1);
+      continue;
+    }
+    // Nothing else of start-up runs, whatever comes.
+    EXPECT_TRUE(app->reopen());
+    app->showPreferencesWindow();
+    computer.runLoop.advance(10);
+    EXPECT_EQ(computer.statusBar.itemCount(), items);
+    EXPECT_TRUE(computer.windows.windows.empty());
+    ASSERT_EQ(computer.windows.alerts.size(), 1U);
+    const Alert& alert = computer.windows.alerts[0];
+    EXPECT_EQ(alert.title, row.title);
+    EXPECT_EQ(alert.message, row.message);
+    EXPECT_THAT(alert.buttons, ElementsAre("Quit"));
+    EXPECT_EQ(computer.runLoop.exitCode, std::nullopt);
+    computer.windows.pressButton(0);
+    computer.runLoop.run();
+    EXPECT_EQ(std::exchange(computer.runLoop.exitCode, std::nullopt), 1);
+  }
 }
 
 TEST_F(AppStateTest, EveryPowerEventRedrawsTheItem) {
@@ -86,7 +145,7 @@ TEST_F(AppStateTest, ItemThatHidesOnPowerShowsForFiveSecondsAtStartAndAtReopen) 
   EXPECT_TRUE(item().isVisible);
   computer.runLoop.advance(0.2);
   EXPECT_FALSE(item().isVisible);
-  EXPECT_TRUE(app->applicationShouldHandleReopen());
+  EXPECT_TRUE(app->reopen());
   EXPECT_TRUE(item().isVisible);
   computer.runLoop.advance(4.9);
   EXPECT_TRUE(item().isVisible);
@@ -147,6 +206,52 @@ TEST_F(AppStateTest, HoverViewStaysWhenTurnedOffAndComesAgainWhenTurnedOn) {
   EXPECT_EQ(item().hoverViews.size(), 2U);
 }
 
+TEST_F(AppStateTest, NoticesSeeTheChargeOfTheEventBefore) {
+  settings.notifyAtPercentagesOnBattery.set({0.2});
+  settings.notifyWhenFullyCharged.set(true);
+  start({.percent = 21});
+  computer.change({.percent = 20});
+  ASSERT_EQ(computer.notifications.delivered.size(), 1U);
+  EXPECT_EQ(computer.notifications.delivered["batteryPercentage"].title, "20%");
+  computer.change({.percent = 20});
+  EXPECT_EQ(computer.notifications.posted.size(), 1U);
+  // What the flip removes is the older notice, not that of the same event.
+  computer.change({.percent = 100, .isOnPower = true});
+  ASSERT_EQ(computer.notifications.delivered.size(), 1U);
+  EXPECT_EQ(computer.notifications.delivered.begin()->first, "batteryFullyCharged");
+}
+
+TEST_F(AppStateTest, LowBatteryIsLookedAtOnceTheChangeIsOver) {
+  start({.percent = 5});
+  // Subscribed last, so called last of all that run inside the change.
+  std::vector<std::size_t> alertsByThen;
+  const auto last = app->battery().didChangePublisher().dropFirst().subscribe(
+      [&](bool) { alertsByThen.push_back(computer.windows.alerts.size()); });
+  computer.change({.percent = 4, .warning = BatteryWarningLevel::final});
+  EXPECT_THAT(alertsByThen, ElementsAre(0));
+  EXPECT_TRUE(computer.windows.isAlertOpen());
+  calls();
+  // The modal alert holds the changes up, its timer looks at the adapter.
+  computer.change({.percent = 4, .isOnPower = true});
+  EXPECT_THAT(calls(), IsEmpty());
+  computer.runLoop.advance(0.2);
+  EXPECT_FALSE(computer.windows.isAlertOpen());
+  EXPECT_THAT(calls(), ElementsAre("visible true", "redraw"));
+}
+
+TEST_F(AppStateTest, AsksForPermissionWhileANoticeIsWanted) {
+  settings.notifyAtPercentagesOnPower.set({0.8});
+  start({.percent = 57});
+  EXPECT_EQ(computer.notifications.authorizationRequests, 1);
+  settings.notifyWhenFullyCharged.set(true);
+  settings.notifyAtPercentagesOnBattery.set({0.2});
+  settings.notifyAtPercentagesOnBattery.set({0.2, 0.1});
+  EXPECT_EQ(computer.notifications.authorizationRequests, 4);
+  settings.notifyWhenFullyCharged.set(false);
+  settings.notifyAtPercentagesOnBattery.set({});
+  EXPECT_EQ(computer.notifications.authorizationRequests, 4);
+}
+
 TEST_F(AppStateTest, MenuIsRebuiltWhenAskedForAndItsOpeningRedraws) {
   start({.percent = 57});
   item().menu->needsUpdate();
@@ -160,7 +265,7 @@ TEST_F(AppStateTest, MenuIsRebuiltWhenAskedForAndItsOpeningRedraws) {
 
 TEST_F(AppStateTest, QueuedWorkDoesNotOutliveIt) {
   start({.percent = 57});
-  app->applicationShouldHandleReopen();
+  app->reopen();
   app.reset();
   computer.change({.percent = 5});
   computer.runLoop.advance(10);

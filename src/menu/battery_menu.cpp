@@ -3,10 +3,13 @@
 #include <chrono>
 #include <cstdint>
 #include <cstdio>
+#include <functional>
+#include <memory>
 #include <string>
 #include <utility>
 
 #include "battery/battery.h"
+#include "menu/callback_menu_item.h"
 #include "menu/tq_menu.h"
 #include "platform/run_loop.h"
 #include "platform/system_info.h"
@@ -54,14 +57,47 @@ void addChargeLines(TqMenu& menu, const BatteryMenuContext& context) {
     addTimeLines(menu, context);
 }
 
+bool showsLowPowerMode(SystemInfo& systemInfo) {
+  // Macs have the mode from this version on; where there is no such version, whoever has it tells.
+  const auto version = systemInfo.macOSVersion();
+  return (!version || version->major >= 12) && systemInfo.isLowPowerModeEnabled();
+}
+
 // A line that shows only while Option is held, in place of a placeholder without height.
 void addOptionLine(TqMenu& menu, std::string title) {
   menu.addItem({.kind = MenuLine::Kind::placeholder, .isEnabled = false});
-  MenuLine line = disabledLine(std::move(title));
-  line.isAlternate = true;
-  line.keyEquivalent = {.key = "", .option = true};
-  line.action = [] {};
-  menu.addItem(std::move(line));
+  CallbackMenuItem item(std::move(title), [] {}, {.option = true});
+  item.setAlternate(true);
+  item.setEnabled(false);
+  menu.addItem(item.line());
+}
+
+void addCommand(TqMenu& menu, std::string title, CallbackMenuItem::Callback callback,
+                KeyEquivalent keyEquivalent = {}) {
+  menu.addItem(
+      CallbackMenuItem(std::move(title), std::move(callback), std::move(keyEquivalent)).line());
+}
+
+std::shared_ptr<TqMenu> makeMoreMenu(const BatteryMenuActions& actions) {
+  auto more = std::make_shared<TqMenu>();
+  addCommand(*more, "Battery Preferences…", actions.openBatterySettings);
+  more->addSeparator();
+  addCommand(*more, "About", actions.showAbout);
+  more->addSeparator();
+  addCommand(*more, "Send Feedback…", actions.sendFeedback);
+  more->addSeparator();
+  addCommand(*more, "FAQ", actions.openFAQ);
+  return more;
+}
+
+void addCommandLines(TqMenu& menu, const BatteryMenuContext& context) {
+  // Later, so that the menu is gone before a window takes its place.
+  const auto showPreferences = [&runLoop = context.runLoop,
+                                show = context.actions.showPreferencesWindow] {
+    if (show) runLoop.async(show);
+  };
+  addCommand(menu, "Preferences…", showPreferences, {.key = ",", .command = true});
+  menu.addItem({.title = "More", .submenu = makeMoreMenu(context.actions)});
 }
 
 }  // namespace
@@ -70,9 +106,14 @@ void rebuildBatteryMenu(TqMenu& menu, const BatteryMenuContext& context) {
   menu.removeAllItems();
   addChargeLines(menu, context);
   menu.addItem(disabledLine(context.battery.powerSourceName()));
+  if (showsLowPowerMode(context.systemInfo)) menu.addItem(disabledLine("Low Power Mode Enabled"));
   addOptionLine(menu, "Condition: " + context.battery.batteryHealth());
   addOptionLine(
       menu, "Health: " + context.textFormats.percent(context.battery.healthRatio()).value_or(""));
+  menu.addSeparator();
+  addCommandLines(menu, context);
+  menu.addSeparator();
+  menu.addSeparator();
 }
 
 }  // namespace kelvane

@@ -47,6 +47,9 @@ class RunLoop {
   virtual void addSource(std::shared_ptr<RunLoopSource> source, RunLoopMode mode) = 0;
   virtual void removeSource(const std::shared_ptr<RunLoopSource>& source, RunLoopMode mode) = 0;
 
+  // Ends the application in good order, after the present job; the process answers `exitCode`.
+  virtual void terminate(int exitCode) = 0;
+
   // The wall clock.
   virtual Date now() const = 0;
 };

@@ -21,6 +21,9 @@ class TextFormats {
 
   // A ratio as a percentage ("87%"); absent when it can't be formatted (infinite, not a number).
   virtual std::optional<std::string> percent(double ratio) = 0;
+
+  // An amount of stored information, in the decimal unit that suits it ("8.4 MB").
+  virtual std::string informationStorage(double bytes) = 0;
 };
 
 }  // namespace kelvane

@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "platform/application_information.h"
 #include "platform/geometry.h"
 #include "platform/picture.h"
 #include "platform/view_tree.h"
@@ -31,13 +32,6 @@ class AlertHandle {
   // Ends the alert as if it was dismissed; `done` is called in a later turn. Nothing when it has
   // ended already.
   virtual void abort() = 0;
-};
-
-struct AboutInformation {
-  std::string applicationName;
-  std::string version;
-  std::string build;
-  std::string copyright;
 };
 
 struct PopoverContent {
@@ -87,7 +81,7 @@ class Windows {
                                                                const ViewNode& tree,
                                                                ViewWindowEvents events) = 0;
 
-  virtual void showAboutPanel(const AboutInformation& information) = 0;
+  virtual void showAboutPanel(const ApplicationInformation& information) = 0;
 
   // Shows a popover at the status item; null, and no call of `closed`, when it can't be shown.
   [[nodiscard]] virtual std::unique_ptr<PopoverHandle> showPopover(

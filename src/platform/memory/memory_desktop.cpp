@@ -66,13 +66,13 @@ std::unique_ptr<ViewWindow> MemoryWindows::openWindow(const std::string& title,
     void apply(const std::vector<ViewStep>& steps) override {
       window_->steps.insert(window_->steps.end(), steps.begin(), steps.end());
     }
-    void bringToFront() override {}
+    void bringToFront() override { ++window_->timesInFront; }
 
    private:
     std::shared_ptr<Window> window_;
   };
   if (!canShowWindows) return nullptr;
-  windows.push_back(std::make_shared<Window>(Window{title, tree, std::move(events), {}, true}));
+  windows.push_back(std::make_shared<Window>(Window{title, tree, std::move(events)}));
   return std::make_unique<Shown>(windows.back());
 }
 

@@ -41,7 +41,7 @@ class MemoryWindows : public Windows {
   std::unique_ptr<AlertHandle> alert(const Alert& alert, std::function<void(int)> done) override;
   std::unique_ptr<ViewWindow> openWindow(const std::string& title, const ViewNode& tree,
                                          ViewWindowEvents events) override;
-  void showAboutPanel(const AboutInformation& information) override {
+  void showAboutPanel(const ApplicationInformation& information) override {
     aboutPanels.push_back(information);
   }
   std::unique_ptr<PopoverHandle> showPopover(const PopoverContent& content,
@@ -57,6 +57,7 @@ class MemoryWindows : public Windows {
     ViewWindowEvents events;
     std::vector<ViewStep> steps;  // all that were applied
     bool isOpen = true;
+    int timesInFront = 0;  // besides at its opening
   };
   struct Popover {
     PopoverContent content;
@@ -69,7 +70,7 @@ class MemoryWindows : public Windows {
   std::vector<std::shared_ptr<Popover>> popovers;
   bool canShowPopovers = true;
   bool canShowWindows = true;
-  std::vector<AboutInformation> aboutPanels;
+  std::vector<ApplicationInformation> aboutPanels;
 
  private:
   struct OpenAlert;

@@ -2,6 +2,8 @@
 // Main thread.
 #pragma once
 
+#include <optional>
+
 #include "platform/portable/run_loop_queue.h"
 
 namespace kelvane {
@@ -19,6 +21,9 @@ class MemoryRunLoop : public RunLoopQueue {
   double elapsed() const { return elapsed_; }
   // 2026-03-14 09:00:00 UTC plus what has passed.
   Date now() const override;
+
+  void terminate(int code) override { exitCode = code; }
+  std::optional<int> exitCode;  // of the last `terminate`; the loop runs on all the same
 
  protected:
   double monotonicNow() const override { return elapsed_; }

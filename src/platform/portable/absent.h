@@ -48,7 +48,7 @@ class AbsentWindows : public Windows {
                                          ViewWindowEvents) override {
     return nullptr;
   }
-  void showAboutPanel(const AboutInformation&) override {}
+  void showAboutPanel(const ApplicationInformation&) override {}
   std::unique_ptr<PopoverHandle> showPopover(const PopoverContent&,
                                              std::function<void()>) override {
     return nullptr;

@@ -2,6 +2,7 @@
 
 #include <chrono>
 #include <cmath>
+#include <iterator>
 
 namespace kelvane {
 namespace {
@@ -51,6 +52,18 @@ std::optional<std::string> PortableTextFormats::percent(double ratio) {
   std::string digits = std::to_string(std::abs(whole));
   for (std::size_t at = digits.size(); at > 3; at -= 3) digits.insert(at - 3, ",");
   return (whole < 0 ? "-" : "") + digits + "%";
+}
+
+std::string PortableTextFormats::informationStorage(double bytes) {
+  constexpr const char* kUnits[] = {"B", "kB", "MB", "GB", "TB"};
+  double amount = bytes > 0 && std::isfinite(bytes) ? bytes : 0;
+  std::size_t unit = 0;
+  for (; amount >= 999.5 && unit + 1 < std::size(kUnits); ++unit) amount /= 1000;
+  const auto tenths = static_cast<std::int64_t>(std::round(amount * 10));
+  std::string text = std::to_string((tenths + 5) / 10);
+  if (tenths < 1000)
+    text = std::to_string(tenths / 10) + (tenths % 10 ? "." + std::to_string(tenths % 10) : "");
+  return text + " " + kUnits[unit];
 }
 
 }  // namespace kelvane

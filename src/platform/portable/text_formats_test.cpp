@@ -65,6 +65,19 @@ TEST(TextFormats, percentagesRoundHalfToEven) {
   for (const auto& row : rows) EXPECT_EQ(formats.percent(row.ratio), row.text) << row.ratio;
 }
 
+TEST(TextFormats, informationStorageInDecimalUnits) {
+  PortableTextFormats formats({});
+  const struct {
+    double bytes;
+    const char* text;
+  } rows[] = {
+      {0, "0 B"},          {999, "999 B"},      {1000, "1 kB"},      {8'449'000, "8.4 MB"},
+      {8'000'000, "8 MB"}, {99.96e6, "100 MB"}, {134.4e6, "134 MB"}, {999'600'000, "1 GB"},
+      {2e15, "2000 TB"},   {-1, "0 B"},         {kNan, "0 B"},       {kInfinity, "0 B"},
+  };
+  for (const auto& row : rows) EXPECT_EQ(formats.informationStorage(row.bytes), row.text);
+}
+
 TEST(TextFormats, timeOfDayInEitherClock) {
   const struct {
     std::int64_t seconds;

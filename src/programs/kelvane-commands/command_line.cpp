@@ -14,11 +14,14 @@
 
 #include "platform/linux/preferences/plist_preferences.h"
 #include "programs/kelvane-commands/demo_command.h"
+#include "programs/kelvane-commands/details_command.h"
+#include "programs/kelvane-commands/quit_command.h"
 #include "programs/kelvane-commands/render_command.h"
 #include "programs/kelvane-commands/settings_command.h"
 #include "programs/kelvane-commands/status_command.h"
 #include "programs/kelvane/programs.h"
 #include "programs/kelvane/resident.h"
+#include "programs/kelvane/version.h"
 
 namespace kelvane {
 namespace {
@@ -119,21 +122,26 @@ int runSettings(const std::vector<std::string>& arguments) {
 
 int runCommandLine(int argumentCount, char** arguments) {
   CLI::App program("Kelvane shows the laptop's battery in the tray.", "kelvane");
-  program.set_version_flag("--version", "kelvane " KELVANE_VERSION);
+  program.set_version_flag("--version", "kelvane " + builtInformation().version);
   program.require_subcommand(0, 1);
 
   PowerOptions power = environmentPowerOptions();
   bool hasNoUPower = false;
   program.fallthrough();
-  program
-      .add_option("--power-supply", power.directory,
-                  "Read the batteries from DIR in place of /sys/class/power_supply")
-      ->type_name("DIR");
+  CLI::Option* directory =
+      program
+          .add_option("--power-supply", power.directory,
+                      "Read the batteries from DIR in place of /sys/class/power_supply")
+          ->type_name("DIR");
   program.add_flag("--no-upower", hasNoUPower, "Leave UPower out");
 
   bool isJson = false;
   CLI::App* status = program.add_subcommand("status", "Print the battery in one line");
   status->add_flag("--json", isJson, "As JSON, for bars such as Waybar and i3status");
+
+  DetailsOptions detailsOptions;
+  CLI::App* details = program.add_subcommand("details", "Print the battery's details");
+  details->add_flag("--json", detailsOptions.isJson, "As one JSON object");
 
   RenderArguments render;
   CLI::App* renderCommand = program.add_subcommand("render", "Write the item as a PNG file");
@@ -149,6 +157,8 @@ int runCommandLine(int argumentCount, char** arguments) {
       program.add_subcommand("demo", "Run on a scripted battery and leave pictures of it");
   demo->add_option("--out", demoOptions.folder, "The folder for the pictures")->type_name("DIR");
 
+  CLI::App* quit = program.add_subcommand("quit", "End the Kelvane that runs");
+
   try {
     program.parse(argumentCount, arguments);
   } catch (const CLI::ParseError& error) {
@@ -160,8 +170,15 @@ int runCommandLine(int argumentCount, char** arguments) {
   if (hasNoUPower) power.useUPower = false;
 
   if (*status) return runStatusCommand(power, isJson, std::cout);
+  if (*details) {
+    detailsOptions.power = power;
+    // The one that runs may have another source than the one that is wanted.
+    detailsOptions.asksRunning = !*directory && !hasNoUPower;
+    return runDetailsCommand(detailsOptions, std::cout);
+  }
   if (*renderCommand) return render.run(power);
   if (*settings) return runSettings(settings->remaining());
+  if (*quit) return runQuitCommand();
   if (*demo) return runDemoCommand(demoOptions, std::cout, std::cerr);
   return becomeResident(power, arguments[0]);
 }

@@ -1,5 +1,6 @@
 #include "programs/kelvane-commands/demo_command.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <memory>
 #include <ostream>
@@ -9,17 +10,21 @@
 #include <gio/gio.h>
 #include <stdlib.h>
 
-#include "app/app_state.h"
+#include "app/app_main.h"
+#include "kit/kit_keys.h"
+#include "platform/linux/desktop/linux_text_formats.h"
 #include "platform/linux/drawing/cairo_graphics.h"
 #include "platform/linux/glib/glib_ptr.h"
 #include "platform/linux/glib/glib_run_loop.h"
 #include "platform/linux/tray/linux_status_bar.h"
 #include "platform/memory/memory_computer.h"
+#include "programs/kelvane-commands/demo_desktop.h"
 #include "programs/kelvane-commands/demo_page.h"
 #include "programs/kelvane-commands/demo_script.h"
 #include "programs/kelvane-commands/item_sketch.h"
 #include "programs/kelvane-commands/settings_command.h"
 #include "programs/kelvane/foreign_text.h"
+#include "programs/kelvane/version.h"
 
 namespace kelvane {
 namespace {
@@ -27,6 +32,18 @@ namespace {
 constexpr double kTrayWait = 0.7;    // seconds for a host to take the item
 constexpr double kStepInTray = 1.4;  // long enough to be looked at
 constexpr double kStepWithoutTray = 0.01;
+constexpr double kAlertNoticesPower =
+    0.3;  // an open alert looks at the adapter five times a second
+
+std::string titlesOf(const Menu& menu, bool isEnabled) {
+  std::string titles;
+  for (const MenuLine& line : menu.lines()) {
+    if (line.kind != MenuLine::Kind::item || line.isEnabled != isEnabled) continue;
+    titles += (titles.empty() ? "" : " | ") + line.title;
+    if (line.submenu) titles += " > " + titlesOf(*line.submenu, isEnabled);
+  }
+  return titles;
+}
 
 class Demo {
  public:
@@ -44,16 +61,19 @@ class Demo {
       bus_ = std::move(bus);
     }
     computer_.set(demoScript().front().battery);
+    // A welcome would wait for an answer.
+    KitKeys(computer_.preferences).hasLaunched.set(true);
   }
 
   int run() {
     Platform platform = computer_.platform();
     StatusBar& bar = tray_ ? static_cast<StatusBar&>(*tray_) : computer_.statusBar;
-    app_ = std::make_unique<AppState>(
+    app_ = std::make_unique<AppMain>(
         Platform{platform.deviceRegistry, platform.powerSources, platform.preferences, loop_, bar,
-                 graphics_, platform.userNotifications, platform.windows, platform.loginItems,
-                 platform.workspace, platform.systemInfo, platform.textFormats},
-        settings_);
+                 graphics_, notifications_, windows_, platform.loginItems, platform.workspace,
+                 platform.systemInfo, textFormats_},
+        builtInformation());
+    app_->appState();
     loop_.asyncAfter(tray_ ? kTrayWait : 0, [this] {
       interval_ = tray_ && tray_->isRegistered() ? kStepInTray : kStepWithoutTray;
       runStep(0);
@@ -69,15 +89,18 @@ class Demo {
       return;
     }
     const DemoStep& step = script[index];
+    out_ << "\n" << step.caption << "\n";
     for (const auto& [key, value] : step.settings) {
       std::ostream silent(nullptr);
       runSettingsCommand({"set", key, value}, computer_.preferences, silent, errors_);
     }
     computer_.set(step.battery);
     computer_.powerSources.notify();
+    const bool isAlertEnding = windows_.isAlertOpen() && step.battery.isOnPower;
+    const double wait = std::max(interval_ / 2, isAlertEnding ? kAlertNoticesPower : 0);
     // What the change has set off is done by then.
-    loop_.asyncAfter(interval_ / 2, [this, index, &step] {
-      show(step);
+    loop_.asyncAfter(wait, [this, index, &step] {
+      show(index == 0);
       if (const auto failure = page_.addStep(step, computer_.registry, computer_.powerSources,
                                              computer_.preferences)) {
         finish(failure);
@@ -87,26 +110,19 @@ class Demo {
     });
   }
 
-  void show(const DemoStep& step) {
-    out_ << "\n" << step.caption << "\n";
+  void show(bool withCommands) {
     out_ << drawnInTerminal(sketchItem(computer_.registry, computer_.powerSources,
                                        computer_.preferences, fonts_, {{.scale = 2}}));
-    app_->menu().needsUpdate();
-    std::string menu;
-    for (const MenuLine& line : app_->menu().lines())
-      if (!line.title.empty()) menu += (menu.empty() ? "" : " | ") + line.title;
-    out_ << "    menu:   " << menu << "\n";
-    for (; shownNotices_ < computer_.notifications.posted.size(); ++shownNotices_) {
-      const UserNotification& notice = computer_.notifications.posted[shownNotices_];
-      out_ << "    notice: " << notice.title << (notice.body.empty() ? "" : " - " + notice.body)
-           << "\n";
-    }
+    TqMenu& menu = app_->appState().menu();
+    menu.needsUpdate();
+    out_ << "    menu:   " << titlesOf(menu, false) << "\n";
+    if (withCommands) out_ << "            " << titlesOf(menu, true) << "\n";
     out_.flush();
   }
 
   void finish(const std::optional<std::string>& failure) {
     if (failure) errors_ << "kelvane: " << *failure << "\n";
-    loop_.quit(failure ? 1 : 0);
+    loop_.terminate(failure ? 1 : 0);
   }
 
   std::ostream& out_;
@@ -116,12 +132,13 @@ class Demo {
   FontFaces fonts_;
   CairoGraphics graphics_{fonts_};
   MemoryComputer computer_;
-  SettingsKeys settings_{computer_.preferences};
+  LinuxTextFormats textFormats_;
+  DemoNotifications notifications_{out_};
+  DemoWindows windows_{loop_, out_};
   std::unique_ptr<LinuxStatusBar> tray_;
   DemoPage page_;
-  std::unique_ptr<AppState> app_;
+  std::unique_ptr<AppMain> app_;
   double interval_ = kStepWithoutTray;
-  std::size_t shownNotices_ = 0;
 };
 
 // The folder to use, made if it is not there; absent when it can't be made.

@@ -6,7 +6,12 @@ const std::vector<DemoStep>& demoScript() {
   constexpr auto kEarly = BatteryWarningLevel::early;
   constexpr auto kFinal = BatteryWarningLevel::final;
   static const std::vector<DemoStep> script = {
-      {"unplugged", "Unplugged at full; the system has no estimate yet", {.percent = 100}, {}},
+      {"unplugged",
+       "Unplugged at full; the system has no estimate yet",
+       {.percent = 100},
+       {{"notifyAtPercentagesOnBattery", "[0.2]"},
+        {"notifyAtPercentagesOnPower", "[0.8]"},
+        {"notifyWhenFullyCharged", "true"}}},
       {"discharging", "On battery", {.percent = 80, .estimate = 4.2 * 3600}, {}},
       {"time-unknown",
        "The time remaining instead, while it is not known",
@@ -44,7 +49,7 @@ const std::vector<DemoStep>& demoScript() {
        {.percent = 63, .isOnPower = true, .minutesUntilFull = 50},
        {{"textOnlyIcon", "true"}}},
       {"held",
-       "Held at a charge limit",
+       "Held at a charge limit, which is a level to be told of: 80 %",
        {.percent = 80, .isOnPower = true, .isCharging = false},
        {{"textOnlyIcon", "false"}}},
       {"almost-full", "Almost full", {.percent = 99, .isOnPower = true, .minutesUntilFull = 6}, {}},

@@ -11,7 +11,7 @@ struct PowerReading {
   // Waits until it is settled whether UPower serves; see `LinuxPowerSources::whenSettled`.
   explicit PowerReading(const PowerOptions& options)
       : registry(options.directory), powerSources(loop, options) {
-    powerSources.whenSettled([this] { loop.quit(0); });
+    powerSources.whenSettled([this] { loop.terminate(0); });
     loop.run();
   }
 

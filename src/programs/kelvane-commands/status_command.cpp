@@ -43,7 +43,8 @@ StatusLine makeStatusLine(const ItemContext& item, const BatteryMenuContext& men
   rebuildBatteryMenu(menu, menuContext);
   std::string tooltip;
   for (const MenuLine& line : menu.lines()) {
-    if (line.kind != MenuLine::Kind::item || line.title.empty()) continue;
+    // What the menu says; its commands are enabled.
+    if (line.kind != MenuLine::Kind::item || line.isEnabled) continue;
     if (!tooltip.empty()) tooltip += '\n';
     tooltip += line.title;
   }
@@ -70,7 +71,7 @@ int runStatusCommand(const PowerOptions& power, bool asJson, std::ostream& out) 
   LinuxSystemInfo systemInfo;
   LinuxTextFormats textFormats;
   StatusLine line = makeStatusLine({battery, settings, graphics},
-                                   {battery, reading.loop, systemInfo, textFormats});
+                                   {battery, reading.loop, systemInfo, textFormats, {}});
   line.text = replaceUncoveredCharacters(fonts, std::move(line.text));
   line.tooltip = replaceUncoveredCharacters(fonts, std::move(line.tooltip));
   out << (asJson ? jsonOf(line) : line.text) << std::endl;

@@ -34,7 +34,7 @@ TEST(StatusLine, ForEachState) {
     computer.set(row.battery);
     const StatusLine line =
         makeStatusLine({battery, settings, computer.graphics},
-                       {battery, computer.runLoop, computer.systemInfo, computer.textFormats});
+                       {battery, computer.runLoop, computer.systemInfo, computer.textFormats, {}});
     EXPECT_EQ(line.text, row.text);
     EXPECT_EQ(line.styleClass, row.styleClass);
     EXPECT_EQ(line.percentage, row.percentage);

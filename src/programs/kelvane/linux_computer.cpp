@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "programs/kelvane/foreign_text.h"
+#include "programs/kelvane/programs.h"
 
 namespace kelvane {
 namespace {
@@ -18,9 +19,16 @@ TrayOptions trayOptions(GDBusConnection* sessionBus, FontFaces& fonts) {
 
 }  // namespace
 
-LinuxComputer::LinuxComputer(GDBusConnection* sessionBus, const PowerOptions& power)
-    : registry(power.directory),
+LinuxComputer::LinuxComputer(GlibRunLoop& loop, GDBusConnection* sessionBus,
+                             const PowerOptions& power)
+    : runLoop(loop),
+      registry(power.directory),
       powerSources(runLoop, power),
-      statusBar(runLoop, fonts, trayOptions(sessionBus, fonts)) {}
+      statusBar(runLoop, fonts, trayOptions(sessionBus, fonts)),
+      noticeBoard(sessionBus, runLoop),
+      loginItems(userAutostartFolder(), programPath("kelvane-autostart-helper")),
+      workspace(sessionBus) {
+  systemInfo.setLowPowerModeObserver([this] { statusBar.menuChanged(); });
+}
 
 }  // namespace kelvane

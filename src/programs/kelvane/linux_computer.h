@@ -3,31 +3,35 @@
 
 #include <gio/gio.h>
 
+#include "platform/linux/desktop/linux_login_items.h"
 #include "platform/linux/desktop/linux_system_info.h"
 #include "platform/linux/desktop/linux_text_formats.h"
+#include "platform/linux/desktop/linux_workspace.h"
 #include "platform/linux/drawing/cairo_graphics.h"
 #include "platform/linux/drawing/font_faces.h"
 #include "platform/linux/glib/glib_run_loop.h"
+#include "platform/linux/notifications/linux_user_notifications.h"
+#include "platform/linux/notifications/notice_board.h"
+#include "platform/linux/notifications/notice_windows.h"
 #include "platform/linux/power/linux_power_sources.h"
 #include "platform/linux/power/sysfs_device_registry.h"
 #include "platform/linux/preferences/plist_preferences.h"
 #include "platform/linux/tray/linux_status_bar.h"
 #include "platform/platform.h"
-#include "platform/portable/absent.h"
 
 namespace kelvane {
 
 class LinuxComputer {
  public:
-  // `sessionBus` outlives this.
-  LinuxComputer(GDBusConnection* sessionBus, const PowerOptions& power);
+  // The run loop and the session bus outlive this.
+  LinuxComputer(GlibRunLoop& runLoop, GDBusConnection* sessionBus, const PowerOptions& power);
 
   Platform platform() {
     return {registry,      powerSources, preferences, runLoop,   statusBar,  graphics,
             notifications, windows,      loginItems,  workspace, systemInfo, textFormats};
   }
 
-  GlibRunLoop runLoop;
+  GlibRunLoop& runLoop;
   PlistPreferences preferences;
   SysfsDeviceRegistry registry;
   LinuxPowerSources powerSources;
@@ -36,11 +40,11 @@ class LinuxComputer {
   LinuxStatusBar statusBar;
   LinuxSystemInfo systemInfo;
   LinuxTextFormats textFormats;
-  // Notices, windows, login items and links are not there yet on this platform.
-  AbsentUserNotifications notifications;
-  AbsentWindows windows{runLoop};
-  AbsentLoginItems loginItems;
-  AbsentWorkspace workspace;
+  NoticeBoard noticeBoard;
+  LinuxUserNotifications notifications{noticeBoard};
+  NoticeWindows windows{runLoop, noticeBoard};
+  LinuxLoginItems loginItems;
+  LinuxWorkspace workspace;
 };
 
 }  // namespace kelvane

@@ -4,7 +4,9 @@
 #include <climits>
 #include <cstdio>
 #include <cstring>
+#include <filesystem>
 #include <string>
+#include <system_error>
 
 #include <unistd.h>
 
@@ -22,11 +24,22 @@ std::string ownFolder() {
 
 }  // namespace
 
-void becomeProgram(const std::string& name, char* const* arguments) {
+std::string programPath(const std::string& name) {
   const std::string own = ownFolder();
   for (const std::string& folder :
-       {own, own + "../libexec/kelvane/", own + "../../bin/", std::string(KELVANE_LIBEXEC "/")})
-    if (!folder.empty()) execv((folder + name).c_str(), arguments);
+       {own, own + "../libexec/kelvane/", own + "../../bin/", std::string(KELVANE_LIBEXEC "/")}) {
+    if (!folder.starts_with('/')) continue;
+    const auto path = std::filesystem::path(folder + name).lexically_normal();
+    std::error_code error;
+    if (std::filesystem::is_regular_file(path, error) && access(path.c_str(), X_OK) == 0)
+      return path;
+  }
+  return "";
+}
+
+void becomeProgram(const std::string& name, char* const* arguments) {
+  const std::string path = programPath(name);
+  if (!path.empty()) execv(path.c_str(), arguments);
   execvp(name.c_str(), arguments);
   std::fprintf(stderr, "kelvane: can't start %s: %s\n", name.c_str(), std::strerror(errno));
 }

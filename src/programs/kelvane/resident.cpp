@@ -3,37 +3,59 @@
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
+#include <memory>
+#include <optional>
+#include <string>
 #include <string_view>
 
 #include <gio/gio.h>
 #include <glib-unix.h>
 #include <malloc.h>
 
-#include "app/app_state.h"
-#include "platform/linux/glib/glib_ptr.h"
+#include "app/app_main.h"
+#include "platform/linux/application/application_service.h"
+#include "platform/linux/application/running_application.h"
+#include "programs/kelvane/intent_service.h"
 #include "programs/kelvane/linux_computer.h"
-#include "settings/migrations.h"
-#include "settings/settings_keys.h"
+#include "programs/kelvane/session_bus.h"
+#include "programs/kelvane/version.h"
 
 namespace kelvane {
 namespace {
 
 constexpr double kItemShown = 0.1;  // seconds from the start
 constexpr double kSettled = 5.0;
-
-GObjectPtr<GDBusConnection> connectToSessionBus() {
-  GError* rawError = nullptr;
-  GObjectPtr<GDBusConnection> bus(g_bus_get_sync(G_BUS_TYPE_SESSION, nullptr, &rawError));
-  const GErrorPtr error(rawError);
-  if (error)
-    std::fprintf(stderr, "kelvane: there is no session bus to show the item through: %s\n",
-                 error->message);
-  return bus;
-}
+// The one that runs may end just when it is asked to open again.
+constexpr int kMostClaims = 3;
 
 gboolean quitLoop(gpointer loop) {
-  static_cast<GlibRunLoop*>(loop)->quit(0);
+  static_cast<GlibRunLoop*>(loop)->terminate(0);
   return G_SOURCE_CONTINUE;
+}
+
+// Absent: go on, this is the one. Otherwise the exit code.
+std::optional<int> handOver(GDBusConnection* bus, ApplicationService& service) {
+  for (int attempt = 0; attempt < kMostClaims; ++attempt) {
+    switch (service.claim()) {
+      case ApplicationService::Claim::granted:
+        return std::nullopt;
+      case ApplicationService::Claim::failed:
+        return 1;
+      case ApplicationService::Claim::taken:
+        break;
+    }
+    switch (activateRunning(bus)) {
+      case RunningAnswer::done:
+        return 0;
+      case RunningAnswer::notRunning:
+        continue;
+      case RunningAnswer::failed:
+        break;
+    }
+    break;
+  }
+  std::fprintf(stderr, "kelvane: it is running already, but does not answer\n");
+  return 1;
 }
 
 }  // namespace
@@ -51,24 +73,46 @@ PowerOptions environmentPowerOptions() {
 int runResident(const PowerOptions& power) {
   const auto bus = connectToSessionBus();
   if (!bus) return 1;
-  LinuxComputer computer(bus.get(), power);
-  const SettingsKeys settings(computer.preferences);
-  migrate(computer.preferences, settings);
 
-  // The session's end is a request to end, too.
-  g_dbus_connection_set_exit_on_close(bus.get(), FALSE);
+  // From here on every request to end is a clean end; the end of the session is one, too.
+  GlibRunLoop runLoop;
   g_signal_connect_swapped(bus.get(), "closed", G_CALLBACK(+[](gpointer loop) { quitLoop(loop); }),
-                           &computer.runLoop);
-  for (const int signal : {SIGTERM, SIGINT, SIGHUP})
-    g_unix_signal_add(signal, quitLoop, &computer.runLoop);
+                           &runLoop);
+  for (const int signal : {SIGTERM, SIGINT, SIGHUP}) g_unix_signal_add(signal, quitLoop, &runLoop);
 
-  AppState app(computer.platform(), settings);
+  // Calls may come before the application is there, and are then without effect. The name is given
+  // back last: whoever waits for that finds the settings written.
+  AppMain* application = nullptr;
+  ApplicationService service(
+      bus.get(), {.activate =
+                      [&] {
+                        if (application)
+                          application->appDelegate().applicationShouldHandleReopen(false);
+                      },
+                  .chooseAction =
+                      [&](const std::string& action) {
+                        if (action == ApplicationService::kQuit) runLoop.terminate(0);
+                        if (action == ApplicationService::kPreferences && application)
+                          application->appState().showPreferencesWindow();
+                      }});
+  const IntentService intentService(
+      bus.get(),
+      [&](const GetBatteryDetailsIntent& intent)
+          -> std::unique_ptr<GetBatteryDetailsIntentHandling> {
+        return application ? application->appDelegate().handlerForIntent(intent) : nullptr;
+      });
+  if (const auto exitCode = handOver(bus.get(), service)) return *exitCode;
+
+  LinuxComputer computer(runLoop, bus.get(), power);
+  AppMain appMain(computer.platform(), builtInformation());
+  application = &appMain;
+  appMain.appState();
   // The item comes first.
-  computer.runLoop.asyncAfter(kItemShown, [&] { computer.preferences.followOtherProcesses(); });
+  runLoop.asyncAfter(kItemShown, [&] { computer.preferences.followOtherProcesses(); });
   // By then starting is over, and what it needed is free.
-  computer.runLoop.asyncAfter(kSettled, [] { malloc_trim(0); });
-  const int exitCode = computer.runLoop.run();
-  g_signal_handlers_disconnect_by_data(bus.get(), &computer.runLoop);
+  runLoop.asyncAfter(kSettled, [] { malloc_trim(0); });
+  const int exitCode = runLoop.run();
+  g_signal_handlers_disconnect_by_data(bus.get(), &runLoop);
   return exitCode;
 }
 

@@ -9,8 +9,8 @@ namespace kelvane {
 // another tree, KELVANE_UPOWER=no leaves UPower out.
 PowerOptions environmentPowerOptions();
 
-// Answers the exit code: 0 when it was asked to end or the session ended, 1 when it could not
-// start, said in one line on standard error.
+// Answers the exit code: 0 when it was asked to end, the session ended, or it runs already and was
+// opened again; 1 when it could not start or refuses this computer, said on standard error.
 int runResident(const PowerOptions& power);
 
 }  // namespace kelvane

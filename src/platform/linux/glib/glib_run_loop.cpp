@@ -40,7 +40,7 @@ int GlibRunLoop::run() {
   return exitCode_;
 }
 
-void GlibRunLoop::quit(int exitCode) {
+void GlibRunLoop::terminate(int exitCode) {
   exitCode_ = exitCode;
   g_main_loop_quit(mainLoop_);
 }

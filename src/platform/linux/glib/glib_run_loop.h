@@ -15,9 +15,9 @@ class GlibRunLoop : public RunLoopQueue {
   GlibRunLoop();
   ~GlibRunLoop() override;
 
-  // Runs until `quit`, and answers what it was given.
+  // Runs until `terminate`, and answers what it was given.
   int run();
-  void quit(int exitCode);
+  void terminate(int exitCode) override;
 
   Date now() const override;
 

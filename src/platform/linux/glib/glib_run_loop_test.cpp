@@ -20,7 +20,7 @@ TEST(GlibRunLoop, RunsJobsTimersAndSourcesAndThenSleeps) {
     // Nothing is left to do: the loop must not be ready again by itself.
     loop.async([&] {
       seen.push_back(loop.nextDeadline() ? "busy" : "asleep");
-      loop.quit(7);
+      loop.terminate(7);
     });
   });
   loop.async([&] { seen.push_back("job"); });
@@ -38,11 +38,11 @@ TEST(GlibRunLoop, OtherThreadsWakeItUp) {
     other = std::thread([&] {
       loop.async([&] {
         ranOn = std::this_thread::get_id();
-        loop.quit(0);
+        loop.terminate(0);
       });
     });
   });
-  const auto tooLate = loop.startTimer(10, false, [&] { loop.quit(1); });
+  const auto tooLate = loop.startTimer(10, false, [&] { loop.terminate(1); });
   EXPECT_EQ(loop.run(), 0);
   other.join();
   EXPECT_EQ(ranOn, mainThread);

@@ -1,14 +1,11 @@
 #include "platform/linux/preferences/plist_file.h"
 
-#include <cerrno>
 #include <chrono>
 #include <system_error>
 
-#include <sys/stat.h>
-
+#include "platform/linux/files/safe_files.h"
 #include "platform/linux/preferences/plist_limits.h"
 #include "platform/linux/preferences/plist_text.h"
-#include "platform/linux/preferences/safe_files.h"
 
 namespace kelvane {
 namespace {
@@ -25,16 +22,6 @@ PlistFile::Contents readPlist(const std::filesystem::path& path) {
   if (!bytes) return {nullptr, error.message()};
   auto parsed = parsePlist(*bytes);
   return {std::move(parsed.dictionary), std::move(parsed.problem)};
-}
-
-// Like mkdir -p, for the user alone.
-std::error_code makeFolder(const std::filesystem::path& folder) {
-  if (mkdir(folder.c_str(), 0700) == 0 || errno == EEXIST) return {};
-  if (errno == ENOENT && folder.has_relative_path()) {
-    if (const auto error = makeFolder(folder.parent_path())) return error;
-    if (mkdir(folder.c_str(), 0700) == 0 || errno == EEXIST) return {};
-  }
-  return {errno, std::generic_category()};
 }
 
 void apply(const PlistFile::Changes& changes, plist_t dictionary) {

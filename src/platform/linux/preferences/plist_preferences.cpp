@@ -3,7 +3,7 @@
 #include <cstdio>
 #include <utility>
 
-#include "platform/linux/preferences/safe_files.h"
+#include "platform/linux/files/safe_files.h"
 
 namespace kelvane {
 namespace {

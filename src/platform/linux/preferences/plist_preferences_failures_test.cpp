@@ -5,9 +5,9 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include "platform/linux/files/safe_files.h"
 #include "platform/linux/preferences/plist_limits.h"
 #include "platform/linux/preferences/preferences_folder_test.h"
-#include "platform/linux/preferences/safe_files.h"
 
 namespace kelvane {
 namespace {

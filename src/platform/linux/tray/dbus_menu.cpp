@@ -1,65 +1,13 @@
 #include "platform/linux/tray/dbus_menu.h"
 
+#include <iterator>
 #include <utility>
 #include <vector>
 
+#include "platform/linux/tray/dbus_menu_interface.h"
+
 namespace kelvane {
 namespace {
-
-constexpr const char* kInterface = R"xml(<node><interface name="com.canonical.dbusmenu">
-  <property name="Version" type="u" access="read"/>
-  <property name="TextDirection" type="s" access="read"/>
-  <property name="Status" type="s" access="read"/>
-  <property name="IconThemePath" type="as" access="read"/>
-  <method name="GetLayout">
-    <arg name="parentId" type="i" direction="in"/>
-    <arg name="recursionDepth" type="i" direction="in"/>
-    <arg name="propertyNames" type="as" direction="in"/>
-    <arg name="revision" type="u" direction="out"/>
-    <arg name="layout" type="(ia{sv}av)" direction="out"/>
-  </method>
-  <method name="GetGroupProperties">
-    <arg name="ids" type="ai" direction="in"/>
-    <arg name="propertyNames" type="as" direction="in"/>
-    <arg name="properties" type="a(ia{sv})" direction="out"/>
-  </method>
-  <method name="GetProperty">
-    <arg name="id" type="i" direction="in"/>
-    <arg name="name" type="s" direction="in"/>
-    <arg name="value" type="v" direction="out"/>
-  </method>
-  <method name="Event">
-    <arg name="id" type="i" direction="in"/>
-    <arg name="eventId" type="s" direction="in"/>
-    <arg name="data" type="v" direction="in"/>
-    <arg name="timestamp" type="u" direction="in"/>
-  </method>
-  <method name="EventGroup">
-    <arg name="events" type="a(isvu)" direction="in"/>
-    <arg name="idErrors" type="ai" direction="out"/>
-  </method>
-  <method name="AboutToShow">
-    <arg name="id" type="i" direction="in"/>
-    <arg name="needUpdate" type="b" direction="out"/>
-  </method>
-  <method name="AboutToShowGroup">
-    <arg name="ids" type="ai" direction="in"/>
-    <arg name="updatesNeeded" type="ai" direction="out"/>
-    <arg name="idErrors" type="ai" direction="out"/>
-  </method>
-  <signal name="ItemsPropertiesUpdated">
-    <arg name="updatedProps" type="a(ia{sv})"/>
-    <arg name="removedProps" type="a(ias)"/>
-  </signal>
-  <signal name="LayoutUpdated">
-    <arg name="revision" type="u"/>
-    <arg name="parent" type="i"/>
-  </signal>
-  <signal name="ItemActivationRequested">
-    <arg name="id" type="i"/>
-    <arg name="timestamp" type="u"/>
-  </signal>
-</interface></node>)xml";
 
 GVariant* readMenuProperty(std::string_view property) {
   if (property == "Version") return g_variant_new_uint32(3);
@@ -100,7 +48,7 @@ void DbusMenu::setMenu(Menu* menu) {
 }
 
 void DbusMenu::exportOn(GDBusConnection* connection, KeyNames names) {
-  static const GDBusNodeInfoPtr node = parseInterface(kInterface);
+  static const GDBusNodeInfoPtr node = parseInterface(kDbusMenuInterface);
   withdraw();
   names_ = names;
   object_ = std::make_unique<ExportedObject>(
@@ -128,7 +76,7 @@ bool DbusMenu::update() {
   });
 
   std::vector<int> gone;
-  for (const auto& [id, menu] : open_)
+  for (const auto& [id, host] : hosts_)
     if (!layout_.find(id)) gone.push_back(id);
   for (const int id : gone) close(id);
 
@@ -275,24 +223,50 @@ void DbusMenu::choose(const MenuEntry& entry) {
 }
 
 void DbusMenu::open(const MenuEntry& entry, const char* sender) {
-  const int id = entry.id;
-  Menu* menu = id == DbusMenuLayout::kRootId ? menu_ : entry.submenu.get();
-  if (!menu || open_.contains(id)) return;
-  open_.emplace(id, OpenMenu{entry.submenu, menu,
-                             std::make_unique<NameWatch>(object_->connection(), sender,
-                                                         [this, id](const std::string& owner) {
-                                                           if (owner.empty()) close(id);
-                                                         })});
-  menu->willOpen();
+  if (entry.hasSubmenu && hosts_.try_emplace(entry.id, sender).second) tellMenusLater();
 }
 
 void DbusMenu::close(int id) {
-  auto closed = open_.extract(id);
-  if (!closed.empty()) closed.mapped().menu->didClose();
+  if (hosts_.erase(id) > 0) tellMenusLater();
 }
 
 void DbusMenu::closeAll() {
-  while (!open_.empty()) close(open_.begin()->first);
+  hosts_.clear();
+  tellMenus();
+}
+
+void DbusMenu::tellMenusLater() {
+  if (std::exchange(isTellingWaiting_, true)) return;
+  loop_.async([this, alive = std::weak_ptr(isAlive_)] {
+    if (alive.expired()) return;
+    isTellingWaiting_ = false;
+    tellMenus();
+  });
+}
+
+void DbusMenu::tellMenus() {
+  std::vector<OpenMenu> closed;
+  for (auto each = open_.begin(); each != open_.end();) {
+    const auto next = std::next(each);
+    if (!hosts_.contains(each->first)) closed.push_back(std::move(open_.extract(each).mapped()));
+    each = next;
+  }
+  for (const OpenMenu& each : closed) each.menu->didClose();
+  // A copy: what is called back may end it all.
+  for (const auto& [id, host] : std::map(hosts_))
+    if (hosts_.contains(id) && !open_.contains(id)) tellOpening(id, host);
+}
+
+void DbusMenu::tellOpening(int id, const std::string& host) {
+  const MenuEntry* entry = layout_.find(id);
+  Menu* menu = id == DbusMenuLayout::kRootId ? menu_ : entry ? entry->submenu.get() : nullptr;
+  if (!menu || !object_) return;
+  auto watch = std::make_unique<NameWatch>(object_->connection(), host,
+                                           [this, id](const std::string& owner) {
+                                             if (owner.empty()) close(id);
+                                           });
+  open_.emplace(id, OpenMenu{entry->submenu, menu, std::move(watch)});
+  menu->willOpen();
 }
 
 }  // namespace kelvane

@@ -2,7 +2,8 @@
 // what the user did. Main thread.
 //
 // Anyone on the bus may call, so no argument is believed: unknown ids are errors, events that make
-// no sense are ignored, and a flood of calls costs no more than the answers.
+// no sense are ignored, and a flood of calls costs little more than the answers: what the menu is
+// told or asked of them, it is told or asked once in a turn of the main loop.
 #pragma once
 
 #include <functional>
@@ -13,9 +14,9 @@
 #include <gio/gio.h>
 
 #include "platform/linux/glib/bus.h"
+#include "platform/linux/glib/exported_object.h"
 #include "platform/linux/tray/dbus_menu_layout.h"
 #include "platform/linux/tray/dbus_menu_values.h"
-#include "platform/linux/tray/exported_object.h"
 #include "platform/menu.h"
 #include "platform/portable/run_loop_queue.h"
 
@@ -43,7 +44,7 @@ class DbusMenu {
   bool update();
 
  private:
-  // A menu whose host said that it is shown.
+  // A menu that was told it is shown.
   struct OpenMenu {
     std::shared_ptr<Menu> submenu;  // null for the root
     Menu* menu;
@@ -64,17 +65,22 @@ class DbusMenu {
   void open(const MenuEntry& entry, const char* sender);
   void close(int id);
   void closeAll();
+  void tellMenusLater();
+  void tellMenus();
+  void tellOpening(int id, const std::string& host);
 
   RunLoopQueue& loop_;
   DbusMenuLayout layout_;
   Menu* menu_ = nullptr;
   KeyNames names_ = KeyNames::gtk;
   std::unique_ptr<ExportedObject> object_;
-  std::map<int, OpenMenu> open_;
+  std::map<int, std::string> hosts_;  // of the menus that are shown, by what hosts have said
+  std::map<int, OpenMenu> open_;      // by what the menus were told
   guint revision_ = 1;
   bool isUpdating_ = false;
-  bool isUpdated_ = false;        // in this turn
-  bool isActionWaiting_ = false;  // on the main queue
+  bool isUpdated_ = false;         // in this turn
+  bool isActionWaiting_ = false;   // on the main queue
+  bool isTellingWaiting_ = false;  // on the main queue
   std::shared_ptr<bool> isAlive_ = std::make_shared<bool>(true);
 };
 

@@ -44,6 +44,10 @@ class LinuxStatusBar::Impl {
     return item;
   }
 
+  void menuChanged() {
+    if (item_) item_->menuChanged();
+  }
+
   std::string hostName() const {
     if (!watcher_ || watcher_->state().owner.empty()) return "";
     const Watcher::State& state = watcher_->state();
@@ -110,6 +114,8 @@ LinuxStatusBar::~LinuxStatusBar() = default;
 std::unique_ptr<StatusItem> LinuxStatusBar::makeItem(double length) {
   return impl_->makeItem(length);
 }
+
+void LinuxStatusBar::menuChanged() { impl_->menuChanged(); }
 
 std::string LinuxStatusBar::hostName() const { return impl_->hostName(); }
 

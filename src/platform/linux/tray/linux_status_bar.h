@@ -46,6 +46,10 @@ class LinuxStatusBar : public StatusBar {
   // An item outlives neither the bar nor the loop. One item at a time is shown.
   std::unique_ptr<StatusItem> makeItem(double length) override;
 
+  // What the menu says has changed apart from the item: at the end of the turn the menu is asked
+  // to update, and hosts are told.
+  void menuChanged();
+
   // For reports on the state of the tray: the process that shows it, empty while there is none, and
   // whether it has taken the item.
   std::string hostName() const;

@@ -98,6 +98,12 @@ class LinuxStatusBarTest : public PrivateBusTest {
     }
     return result;
   }
+  std::string menuLabel() {
+    const BusReply label =
+        call(host.get(), {registered.back(), "/MenuBar", "com.canonical.dbusmenu"}, "GetProperty",
+             g_variant_new("(is)", 1, "label"));
+    return GCharPtr(g_variant_print(label.value.get(), FALSE)).get();
+  }
   void callItem(const char* method, GVariant* arguments) {
     EXPECT_TRUE(
         call(host.get(), {registered.back(), "/StatusNotifierItem", kItem}, method, arguments))
@@ -130,11 +136,7 @@ TEST_F(LinuxStatusBarTest, RegistersWithEverythingInPlace) {
   EXPECT_THAT(pictures(), ElementsAre("44x44:FF808080"));
   EXPECT_EQ(drawings, 1);
   EXPECT_EQ(bar->hostName(), "linux_tray_test");
-  const BusReply layout =
-      call(host.get(), {registered.back(), "/MenuBar", "com.canonical.dbusmenu"}, "GetProperty",
-           g_variant_new("(is)", 1, "label"));
-  EXPECT_EQ(std::string(GCharPtr(g_variant_print(layout.value.get(), FALSE)).get()),
-            "(<'Fully Charged'>,)");
+  EXPECT_EQ(menuLabel(), "(<'Fully Charged'>,)");
 }
 
 TEST_F(LinuxStatusBarTest, RegistersWithEveryNewWatcherForEver) {
@@ -217,6 +219,26 @@ TEST_F(LinuxStatusBarTest, RendersOnceInATurnAndTellsOnlyWhatDiffers) {
   ASSERT_TRUE(runUntil([&] { return drawings == before + 2; }));
   EXPECT_THAT(pictures(), ElementsAre("44x44:FF404040"));
   EXPECT_THAT(heard, ElementsAre("NewIcon"));
+}
+
+TEST_F(LinuxStatusBarTest, MenuChangesWhileTheItemStays) {
+  const auto host1 = watcher();
+  bar = std::make_unique<LinuxStatusBar>(loop, fonts, options);
+  bar->menuChanged();  // before there is an item
+  bar.reset();
+  start();
+  ASSERT_TRUE(isRegistered(1));
+  const int before = drawings;
+  const int updates = menu.updates;
+  for (const char* text : {"a", "b", "Low Power Mode Enabled"}) {
+    menuText = text;
+    bar->menuChanged();
+  }
+  ASSERT_TRUE(runUntil([&] { return menu.updates > updates; }));
+  EXPECT_EQ(menuLabel(), "(<'Low Power Mode Enabled'>,)");
+  EXPECT_EQ(menu.updates, updates + 1);
+  EXPECT_EQ(drawings, before);
+  EXPECT_THAT(heard, IsEmpty());
 }
 
 TEST_F(LinuxStatusBarTest, TheToolTipIsTheLatestHoverView) {

@@ -71,6 +71,11 @@ void LinuxStatusItem::fontChanged() {
   slotObservers_.notify();
 }
 
+void LinuxStatusItem::menuChanged() {
+  isMenuStale_ = true;
+  flushLater();
+}
+
 void LinuxStatusItem::setVisible(bool visible) {
   if (visible == isVisible_) return;
   isVisible_ = visible;
@@ -142,9 +147,10 @@ void LinuxStatusItem::flush() {
     if (std::exchange(isContentStale_, false)) renderContent();
   };
   if (mustRegister) return item_.registerFor(surroundings_.profile, render);
-  if (!isContentStale_) return;
+  if (!isContentStale_ && !isMenuStale_) return;
   render();
   // Two hosts show the menu as they know it, so it is right before they are asked for it.
+  isMenuStale_ = false;
   menu_.update();
 }
 

@@ -42,6 +42,8 @@ class LinuxStatusItem : public StatusItem {
   void surroundingsChanged(const TraySurroundings& surroundings);
   // What text looks like has changed.
   void fontChanged();
+  // What the menu says has changed, whether or not the item looks different.
+  void menuChanged();
   bool isRegistered() const { return item_.isRegistered(); }
 
   bool isVisible() const override { return isVisible_; }
@@ -82,6 +84,7 @@ class LinuxStatusItem : public StatusItem {
   ObserverList slotObservers_;
 
   bool isContentStale_ = true;
+  bool isMenuStale_ = false;
   bool mustRegister_ = false;
   bool isFlushWaiting_ = false;       // on the main queue
   bool isActivationWaiting_ = false;  // on the main queue

@@ -16,8 +16,8 @@
 
 #include "platform/geometry.h"
 #include "platform/linux/glib/bus.h"
+#include "platform/linux/glib/exported_object.h"
 #include "platform/linux/tray/dbus_menu.h"
-#include "platform/linux/tray/exported_object.h"
 #include "platform/linux/tray/host_profile.h"
 #include "platform/portable/run_loop_queue.h"
 

@@ -15,9 +15,9 @@
 #include <sys/prctl.h>
 
 #include "platform/linux/glib/bus.h"
+#include "platform/linux/glib/exported_object.h"
 #include "platform/linux/glib/glib_run_loop.h"
 #include "platform/linux/glib/private_bus_test.h"
-#include "platform/linux/tray/exported_object.h"
 
 namespace kelvane {
 

@@ -11,7 +11,9 @@
 #include <string_view>
 #include <system_error>
 
-#include "platform/linux/preferences/unique_fd.h"
+#include <sys/types.h>
+
+#include "platform/linux/files/unique_fd.h"
 
 namespace kelvane {
 
@@ -23,6 +25,9 @@ std::filesystem::path followLinks(std::filesystem::path path);
 // `limit` bytes is cut off one byte after them.
 std::optional<std::string> readFile(const std::filesystem::path& path, std::size_t limit,
                                     std::error_code& error);
+
+// Like mkdir -p, for the user alone.
+std::error_code makeFolder(const std::filesystem::path& folder);
 
 // Held by one process, or one holder of it in a process, at a time; the file it makes stays.
 class FileLock {
@@ -39,20 +44,22 @@ class FileLock {
 };
 
 // A file being written beside the one it will replace; it goes away unless `replace` succeeds. Only
-// one at a time for a target: whoever makes it holds the target's lock.
+// one at a time for a target: where several may write it, whoever makes it holds the target's lock.
 class Replacement {
  public:
-  explicit Replacement(std::filesystem::path target);
+  // `mode` is the file's, less the process's umask.
+  explicit Replacement(std::filesystem::path target, mode_t mode = 0600);
   ~Replacement();
   Replacement(const Replacement&) = delete;
   Replacement& operator=(const Replacement&) = delete;
 
-  // Writes the contents and waits until they are on the disk; only the user may read them.
+  // Writes the contents and waits until they are on the disk.
   std::error_code write(std::string_view bytes);
   // Puts it in the target's place, and waits until that is on the disk.
   std::error_code replace();
 
  private:
+  const mode_t mode_;
   const std::filesystem::path target_;
   const std::filesystem::path temporary_;
 };

@@ -1,4 +1,4 @@
-#include "platform/linux/preferences/safe_files.h"
+#include "platform/linux/files/safe_files.h"
 
 #include <algorithm>
 #include <array>
@@ -73,6 +73,15 @@ std::optional<std::string> readFile(const std::filesystem::path& path, std::size
   return bytes;
 }
 
+std::error_code makeFolder(const std::filesystem::path& folder) {
+  if (mkdir(folder.c_str(), 0700) == 0 || errno == EEXIST) return {};
+  if (errno == ENOENT && folder.has_relative_path()) {
+    if (const auto error = makeFolder(folder.parent_path())) return error;
+    if (mkdir(folder.c_str(), 0700) == 0 || errno == EEXIST) return {};
+  }
+  return {errno, std::generic_category()};
+}
+
 std::optional<FileLock> FileLock::acquire(const std::filesystem::path& path,
                                           std::chrono::milliseconds patience,
                                           std::error_code& error) {
@@ -96,8 +105,9 @@ std::optional<FileLock> FileLock::acquire(const std::filesystem::path& path,
   return FileLock(std::move(fd));
 }
 
-Replacement::Replacement(std::filesystem::path target)
-    : target_(std::move(target)),
+Replacement::Replacement(std::filesystem::path target, mode_t mode)
+    : mode_(mode),
+      target_(std::move(target)),
       temporary_(target_.parent_path() / ("." + target_.filename().string() + ".new")) {}
 
 Replacement::~Replacement() { unlink(temporary_.c_str()); }
@@ -105,7 +115,7 @@ Replacement::~Replacement() { unlink(temporary_.c_str()); }
 std::error_code Replacement::write(std::string_view bytes) {
   unlink(temporary_.c_str());  // left behind by one who died
   const UniqueFd fd(
-      open(temporary_.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0600));
+      open(temporary_.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, mode_));
   if (!fd) return lastError();
   while (!bytes.empty()) {
     const auto count = retrying([&] { return ::write(fd.get(), bytes.data(), bytes.size()); });
