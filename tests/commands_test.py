@@ -103,6 +103,26 @@ class DemoTest(CommandCase):
             self.assertIn(picture.name, page)
         self.assertEqual(done.stderr, "")
 
+    def test_tells_notices_alerts_and_the_menu_as_they_happen(self):
+        told = [line.strip() for line in self.run_kelvane("demo", seconds=40).stdout.splitlines()]
+        happened = [line for line in told if line.startswith(("notice:", "alert:"))]
+        alert = happened.pop(1)
+        self.assertIn("is running out of battery", alert)
+        self.assertEqual(happened, [
+            "notice: 20%",
+            "notice: taken away",
+            "alert:  closed",
+            "notice: 80%",
+            "notice: Fully Charged - Your Mac's battery is at 100%",
+        ])
+        # The alert stays until the adapter is there.
+        self.assertGreater(told.index("alert:  closed"), told.index("Plugged in"))
+        self.assertLess(told.index(alert), told.index("Plugged in"))
+        menus = [line for line in told if line.startswith("menu:")]
+        self.assertIn("Calculating Time Remaining… | Battery", menus[0])
+        self.assertIn("Fully Charged | Power Adapter", menus[-1])
+        self.assertTrue(any("FAQ" in line for line in told))
+
 
 class WrongUseTest(CommandCase):
     def test_wrong_use_is_told_apart_from_failure(self):

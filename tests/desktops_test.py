@@ -8,11 +8,17 @@ import unittest
 
 from rig import screen
 from rig.case import ARTIFACTS, DeskCase
+from rig.menu import INTERFACE as MENU
 from rig.menu import Menu
+from rig.monitor import Monitor
 from rig.processes import wait_until
 
 HOST = os.environ["KELVANE_HOST"]
 PANEL = "1280x40+0+0"
+SCREEN = "1280x720+0+0"
+BUTTON = 3  # The one that opens the menu everywhere.
+WITHOUT_KEYS = ("waybar",)  # Its menus get none on sway; a click beside them closes them.
+TELLS_OF_OPENING = ("AboutToShow", "AboutToShowGroup", "Event", "EventGroup")
 KEEPS_WIDTH = HOST in ("mate", "waybar")  # The others squeeze a wide picture into a square.
 
 
@@ -28,6 +34,39 @@ class DesktopTest(DeskCase):
         self.assertEqual(picture.width > picture.height, KEEPS_WIDTH, picture)
 
     def test_seen_on_the_screen(self):
+        pixels = self.pixels_of_the_item()
+        self.assertGreater(len(pixels), 40)
+        left, top, right, bottom = screen.bounds(pixels)
+        self.assertTrue(10 <= right - left <= 80, f"from {left} to {right}")
+        self.assertTrue(7 <= bottom - top <= 40, f"from {top} to {bottom}")
+        self.assertGreater(len(set(pixels.values())), 2)
+
+    def test_menu_opens_at_a_click_and_closes_again(self):
+        left, top, right, bottom = screen.bounds(self.pixels_of_the_item())
+        before = self.settled("before")
+        item = self.start_kelvane().item()
+        self.wait_for_change(before)
+        self.settled("item")
+        closed = self.shot("without-menu", SCREEN)
+        with Monitor(self.desk.environment["DBUS_SESSION_BUS_ADDRESS"], MENU) as monitor:
+            self.desk.pointer((left + right) // 2, (top + bottom) // 2, BUTTON)
+            wait_until(lambda: monitor.calls(*TELLS_OF_OPENING), "a word of the menu's opening")
+            wait_until(lambda: self.shows_a_menu("menu", closed), "the menu on the screen")
+        if HOST in WITHOUT_KEYS:
+            self.desk.pointer(300, 500, 1)
+        else:
+            self.desk.key("Escape")
+        wait_until(lambda: not self.shows_a_menu("menu-closed", closed), "the menu's end")
+        self.assertTrue(item.picture())
+
+    def test_back_after_the_panel_crashed(self):
+        kelvane = self.start_kelvane()
+        self.assertTrue(kelvane.item())
+        self.desk.kill_panel()
+        self.desk.start_panel()
+        self.assertTrue(kelvane.item(seconds=10).picture())
+
+    def pixels_of_the_item(self):
         before = self.settled("before")
         kelvane = self.start_kelvane()
         kelvane.item()
@@ -37,23 +76,20 @@ class DesktopTest(DeskCase):
         kelvane.wait_until_gone()
         self.wait_for_change(shown)
         pixels = screen.shown_only_in(shown, before, self.settled("after"))
-        pixels = screen.rightmost_group(pixels)
-        self.assertGreater(len(pixels), 40)
-        xs, ys = [x for x, _ in pixels], [y for _, y in pixels]
-        self.assertTrue(10 <= max(xs) - min(xs) <= 80, f"from {min(xs)} to {max(xs)}")
-        self.assertTrue(7 <= max(ys) - min(ys) <= 40, f"from {min(ys)} to {max(ys)}")
-        self.assertGreater(len(set(pixels.values())), 2)
+        return screen.rightmost_group(pixels)
 
-    def test_back_after_the_panel_crashed(self):
-        kelvane = self.start_kelvane()
-        self.assertTrue(kelvane.item())
-        self.desk.kill_panel()
-        self.desk.start_panel()
-        self.assertTrue(kelvane.item(seconds=10).picture())
+    def shows_a_menu(self, name, closed):
+        """Whether one piece of the screen as large as a menu differs from the one without it."""
+        changed = screen.shown_only_in(self.shot(name, SCREEN), closed, closed)
+        if not changed:
+            return False
+        left, top, right, bottom = screen.bounds(changed)
+        width, height = right - left + 1, bottom - top + 1
+        return min(width, height) > 100 and len(changed) > 0.7 * width * height
 
-    def shot(self, name):
+    def shot(self, name, area=PANEL):
         path = ARTIFACTS / f"screen-{HOST}-{name}.png"
-        self.desk.screenshot(path, PANEL)
+        self.desk.screenshot(path, area)
         return screen.load(path)
 
     def settled(self, name):

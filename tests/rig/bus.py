@@ -112,6 +112,10 @@ class Bus:
     def owner(self, name):
         return self.call(*_BUS, "GetNameOwner", GLib.Variant("(s)", (name,)))[0]
 
+    def own(self, name):
+        """Takes a name for the life of this connection."""
+        return self.call(*_BUS, "RequestName", GLib.Variant("(su)", (name, 0)))[0]
+
     def process_of(self, name):
         """The process id behind a bus name, or None when the name has gone."""
         try:

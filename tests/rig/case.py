@@ -54,22 +54,30 @@ class DeskCase(unittest.TestCase):
 
     def setUp(self):
         self.power.reset()
+        self.desk.notices.clear()
 
-    def start_kelvane(self, *arguments, environment=None, wrapper=()):
-        """Starts kelvane for this test; at its end it must live and have had no complaint.
+    def start_kelvane(self, *arguments, says=(), **options):
+        """Starts kelvane for this test; until its end it must have said the lines `says`, no more.
+
+        The options are those of `kelvane`.
+        """
+        kelvane = self.kelvane(*arguments, **options)
+        kelvane.__enter__()
+        self.addCleanup(kelvane.__exit__)
+        self.addCleanup(self._ends_well, kelvane, list(says))
+        return kelvane
+
+    def kelvane(self, *arguments, environment=None, directory=None, wrapper=()):
+        """A kelvane that is not started yet, and of which commands can be run.
 
         It is told of the fake tree, unless an environment is given: the mock one shows it as /sys,
-        with the kernel's events.
+        with the kernel's events. Its preferences are below `directory`, by default one of its own.
         """
         if environment is None:
             tree = {"KELVANE_POWER_SUPPLY": self.power.power_supply}
             environment = {**self.desk.environment, **tree}
-        directory = self.temporary_directory()
-        kelvane = Kelvane(directory, environment, self.desk.bus, *arguments, wrapper=wrapper)
-        kelvane.__enter__()
-        self.addCleanup(kelvane.__exit__)
-        self.addCleanup(self._ends_well, kelvane)
-        return kelvane
+        directory = directory or self.temporary_directory()
+        return Kelvane(directory, environment, self.desk.bus, *arguments, wrapper=wrapper)
 
     def temporary_directory(self):
         """A directory for the length of this test."""
@@ -87,9 +95,9 @@ class DeskCase(unittest.TestCase):
         self.assertNotEqual(before, after, f"the picture is the same after {what}")
         return after
 
-    def _ends_well(self, kelvane):
+    def _ends_well(self, kelvane, says):
         if kelvane.process.poll() is None:
             self.assertEqual(kelvane.terminate(), 0, kelvane.output())
         else:
             self.assertEqual(kelvane.process.returncode, 0, kelvane.output())
-        self.assertEqual(kelvane.output(), "")
+        self.assertEqual(kelvane.output().splitlines(), says)

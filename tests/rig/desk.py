@@ -10,6 +10,7 @@ from .bus import Bus
 from .fixture import Fixture
 from .hosts import HOSTS
 from .hosts.host import WATCHER, Look
+from .notices import Notices
 from .private_bus import start_bus
 from .processes import Processes, wait_until
 
@@ -29,6 +30,7 @@ class Desk(Fixture):
         self._accessibility = accessibility
         self.processes = Processes(self.directory / "log")
         self.environment = {}
+        self.notices = None
 
     @property
     def mock_environment(self):
@@ -50,6 +52,11 @@ class Desk(Fixture):
         self.processes.kill("panel")
         wait_until(lambda: not self.bus.has_owner(WATCHER), "the tray's end")
 
+    def start_notifier(self):
+        """Starts the notification daemon and waits until it is on the bus."""
+        self.start("notifier", *notifiers.command(self._notifier))
+        self._wait_for_notifier()
+
     def screenshot(self, path, area=None):
         """Saves a PNG of the display, or of an `area` "WxH+X+Y" of it."""
         crop = ["-crop", area, "+repage"] if area else []
@@ -66,8 +73,13 @@ class Desk(Fixture):
         self._xdotool("key", *names)
 
     def notifications(self):
-        """Every notification call and signal so far, as dbus-monitor prints them."""
-        return self.processes.log("notifications")
+        """Every notification call and signal so far, for people to read."""
+        return self.notices.lines()
+
+    def __exit__(self, *_):
+        if self.notices:
+            self.notices.close()
+        super().__exit__()
 
     def _start(self):
         for left_over in ("home", "services", "sway"):
@@ -86,14 +98,15 @@ class Desk(Fixture):
         if self.host.window_manager:
             self.start("window_manager", *self.host.window_manager)
         self.host.start_shell(self)
-        watched = f"interface='{notifiers.NAME}'"
-        self.start("notifications", "dbus-monitor", "--session", watched)
         if self._notifier != "none":
-            self.start("notifier", *notifiers.command(self._notifier))
+            self.start_notifier()
         if type(self.host) is not HOSTS["none"]:
             self.start_panel()
-        if self._notifier != "none" or self.host.has_notifications:
-            wait_until(lambda: self.bus.has_owner(notifiers.NAME), "the notification daemon")
+        if self.host.has_notifications:
+            self._wait_for_notifier()
+
+    def _wait_for_notifier(self):
+        wait_until(lambda: self.bus.has_owner(notifiers.NAME), "the notification daemon")
 
     def _session(self, home, runtime):
         variables = {name: os.environ[name] for name in _KEPT if name in os.environ}
@@ -135,6 +148,7 @@ class Desk(Fixture):
         )
         self.environment["DBUS_SESSION_BUS_ADDRESS"] = address
         self.bus = Bus(address)
+        self.notices = Notices(address)
 
     def _xdotool(self, *words):
         subprocess.run(["xdotool", *words], env=self._x_environment(), check=True)

@@ -41,9 +41,7 @@ class FakeUPower:
 
     def __enter__(self):
         self._bus.in_thread(self._export)
-        request = GLib.Variant("(su)", (UPOWER, 0))
-        bus = "org.freedesktop.DBus"
-        self._bus.call(bus, "/org/freedesktop/DBus", bus, "RequestName", request)
+        self._bus.own(UPOWER)
         return self
 
     def __exit__(self, *_):

@@ -2,14 +2,18 @@
 
 import os
 import pathlib
+import plistlib
 import signal
 import subprocess
 import time
+
+from gi.repository import GLib
 
 from . import item
 from .processes import Processes, wait_until
 
 IDENTIFIER = "org.kelvane.Kelvane"
+APPLICATION = (IDENTIFIER, "/org/kelvane/Kelvane", "org.freedesktop.Application")
 
 
 def program():
@@ -48,11 +52,11 @@ class Kelvane:
     """The resident program on a desk, with preferences below `directory`; `bus` is the desk's."""
 
     def __init__(self, directory, environment, bus, *arguments, wrapper=()):
-        self._directory = pathlib.Path(directory)
+        self.directory = pathlib.Path(directory)
         self._command = [*wrapper, program(), *arguments]
         self._bus = bus
-        self._processes = Processes(self._directory)
-        self.environment = {**environment, "XDG_CONFIG_HOME": str(self._directory / "config")}
+        self._processes = Processes(self.directory)
+        self.environment = {**environment, "XDG_CONFIG_HOME": str(self.directory / "config")}
 
     def __enter__(self):
         self.started = time.monotonic()
@@ -85,6 +89,19 @@ class Kelvane:
         done = self.run("settings", "set", key, value)
         if done.returncode != 0:
             raise RuntimeError(f"settings set {key} {value}: {done.returncode} {done.stderr}")
+
+    def call(self, method, signature, *arguments):
+        """Calls a method of the running one's org.freedesktop.Application."""
+        return self._bus.call(*APPLICATION, method, GLib.Variant(signature, arguments))
+
+    @property
+    def preferences_file(self):
+        return pathlib.Path(self.environment["XDG_CONFIG_HOME"]) / "kelvane" / f"{IDENTIFIER}.plist"
+
+    def preferences(self):
+        """What the preferences file holds; nothing as long as there is none."""
+        file = self.preferences_file
+        return plistlib.loads(file.read_bytes()) if file.exists() else {}
 
     def output(self):
         """What it has written to standard output and standard error."""

@@ -25,6 +25,12 @@ def shown_only_in(shown, before, after):
     return pixels
 
 
+def bounds(pixels):
+    """The leftmost, topmost, rightmost and lowest place of some pixels."""
+    xs, ys = [x for x, _ in pixels], [y for _, y in pixels]
+    return min(xs), min(ys), max(xs), max(ys)
+
+
 def rightmost_group(pixels, gap=8):
     """Of those pixels the ones on the right that no `gap` of unchanged columns parts.
 
