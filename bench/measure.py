@@ -31,6 +31,10 @@ def measure(program, power, desk, options):
         **program.variables,
         "XDG_CONFIG_HOME": str(directory / "config"),
     }
+    for name, contents in program.configuration.items():
+        file = directory / "config" / name
+        file.parent.mkdir(parents=True, exist_ok=True)
+        file.write_bytes(contents)
     power.reset()
     with Processes(directory) as processes:
         for number, command in enumerate(program.preparation):

@@ -1,11 +1,15 @@
 """The programs that are compared: how each is started, and what it needs to be at its best."""
 
 import dataclasses
+import plistlib
 import shutil
 
 NAMES = (
     "kelvane", "cbatticon", "xfce4-power-manager", "mate-power-manager", "lxqt-powermanagement"
 )
+
+# Without a welcome, which waits for the user.
+LAUNCHED_BEFORE = plistlib.dumps({"__hasLaunched__": True})
 
 
 @dataclasses.dataclass
@@ -17,6 +21,8 @@ class Program:
     variables: dict = dataclasses.field(default_factory=dict)
     # Commands to run on the desk beforehand.
     preparation: list = dataclasses.field(default_factory=list)
+    # Files below its configuration folder, there before its first start.
+    configuration: dict = dataclasses.field(default_factory=dict)
 
     def is_installed(self):
         return shutil.which(self.command[0]) is not None
@@ -27,7 +33,8 @@ def all_programs(kelvane, power, dpms_stub):
                  "-p", "/xfce4-power-manager/show-tray-icon"]
     return [
         Program("kelvane", [str(kelvane)],
-                variables={"KELVANE_POWER_SUPPLY": power.power_supply}),
+                variables={"KELVANE_POWER_SUPPLY": power.power_supply},
+                configuration={"kelvane/org.kelvane.Kelvane.plist": LAUNCHED_BEFORE}),
         Program("cbatticon", ["cbatticon"], reads_sys=True),
         Program("xfce4-power-manager", ["xfce4-power-manager", "--no-daemon"],
                 variables={"LD_PRELOAD": str(dpms_stub)}, preparation=[show_icon]),

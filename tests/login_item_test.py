@@ -10,7 +10,7 @@ from gi.repository import GLib
 from rig import meter
 from rig.bus import Bus
 from rig.case import CommandCase
-from rig.kelvane import APPLICATION, IDENTIFIER, program
+from rig.kelvane import APPLICATION, IDENTIFIER, program, say_launched_before
 from rig.private_bus import start_bus
 from rig.processes import Processes, wait_until
 from rig.supplies import SupplyDirectory
@@ -20,6 +20,7 @@ class LoginTest(CommandCase):
     def setUp(self):
         super().setUp()
         self.environment["KELVANE_UPOWER"] = "no"
+        say_launched_before(self.environment)
         supplies = SupplyDirectory(self.directory / "power_supply")
         self.environment["KELVANE_POWER_SUPPLY"] = str(supplies.path)
         self.processes = self.enter(Processes(self.directory / "log"))

@@ -16,7 +16,7 @@ LOW = (
     "Your Mac is running out of battery and will soon sleep unless plugged into a power outlet.",
 )
 SAYS_LOW = f"kelvane: {LOW[1]}"
-NO_WINDOWS = "There are no windows yet; “kelvane settings list” shows every setting."
+NO_WINDOWS = "No window can be shown here; “kelvane settings list” shows every setting."
 CLOSES_WITHIN = 0.2 + 0.1  # seconds: as often as it looks at the adapter, and the way on the buses
 
 

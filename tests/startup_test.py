@@ -21,6 +21,15 @@ RECHECK = 5.0  # seconds after which a start or a reopening applies the rule of 
 LATE = 0.5
 CHARGING = 1  # UPower's State
 REFUSAL = ("This Mac is not supported.", "Kelvane is intended for Mac laptops with a battery.")
+WELCOME = (
+    "kelvane: Welcome to Kelvane! If you have any feedback, bug reports, or feature requests, use "
+    "the feedback button in the app. I quickly respond to all submissions.  Note: When you unplug "
+    "the power adapter, the system needs some time to accurately calculate the time remaining "
+    "estimate.  Kelvane can unfortunately not show “apps using significant energy” like the system "
+    "battery indicator does because of restrictions imposed on apps on the App Store. However, you "
+    "could change the menu bar item type to text instead of icon and use this app in combination "
+    "with the system battery indicator."
+)
 REFUSED = f"kelvane: {REFUSAL[0]} {REFUSAL[1]}\n"
 
 
@@ -38,7 +47,7 @@ class CountTest(StartCase):
     def test_every_start_is_counted_and_the_first_one_dated(self):
         directory = self.temporary_directory()
         began = datetime.datetime.utcnow().replace(microsecond=0)
-        first = self.start_kelvane(directory=directory)
+        first = self.start_kelvane(directory=directory, welcome=True, says=[WELCOME])
         self.assertTrue(first.item())
         kept = wait_until(first.preferences, "the preferences")
         self.assertEqual(kept["Tq_launchCount"], 1)
@@ -54,7 +63,8 @@ class CountTest(StartCase):
         empty = {"KELVANE_POWER_SUPPLY": str(directory), "KELVANE_UPOWER": "no"}
         self.assertEqual(self.kelvane_with(directory, **empty).run(seconds=5).returncode, 1)
         self.assertEqual(first.preferences(), {**kept, "Tq_launchCount": 2})
-        last = self.start_kelvane(directory=directory)
+        # Of one folder, so of one log: only the first one welcomes.
+        last = self.start_kelvane(directory=directory, says=[WELCOME])
         self.assertTrue(last.item())
         third = {**kept, "Tq_launchCount": 3}
         wait_until(lambda: last.preferences() == third, lambda: f"{third}: {last.preferences()}")

@@ -13,7 +13,8 @@ TEST(AppMain, MigratesBeforeAnythingReadsASettingAndCountsWithTheState) {
   MemoryComputer computer;
   computer.set({.percent = 21});
   computer.preferences.setObject("notifyAtPercentages", "[0.2]");
-  AppMain main(computer.platform(), {.name = "Kelvane"});
+  computer.preferences.setObject("__hasLaunched__", true);
+  AppMain main(computer.platform(), {.name = "Kelvane", .identifier = "org.kelvane.Kelvane"});
   EXPECT_EQ(main.settings().notifyAtPercentagesOnBattery.get(), Levels{0.2});
   EXPECT_EQ(computer.preferences.object("Tq_launchCount"), std::nullopt);
 

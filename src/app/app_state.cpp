@@ -33,6 +33,7 @@ AppState::AppState(const Platform& platform, const SettingsKeys& settings,
       information_(std::move(information)),
       tqkit_(platform.preferences, platform.runLoop),
       feedback_(platform, information_),
+      welcome_(platform, information_.name, tqkit_.isFirstLaunch()),
       menuActions_{
           .showPreferencesWindow = [this] { showPreferencesWindow(); },
           .openBatterySettings = [this] { platform_.workspace.openBatterySettings(); },
@@ -40,6 +41,7 @@ AppState::AppState(const Platform& platform, const SettingsKeys& settings,
           .sendFeedback = [this] { feedback_.sendFeedback(); },
           .openFAQ = [this] { feedback_.openFAQ(); },
       },
+      autoStart_(platform.loginItems, information_.identifier),
       self_(std::make_shared<AppState*>(this)) {
   platform_.runLoop.async(guarded([this] { start(); }));
 }
@@ -94,6 +96,7 @@ void AppState::start() {
   applyVisibilityLater();
   statusItemController().updateStatusItem();
   connectSubscriptions();
+  welcome_.showWelcome(statusItemController().statusItem());
 }
 
 void AppState::refuse(const std::string& title, const std::string& message) {
@@ -203,7 +206,11 @@ void AppState::rebuildMenu() {
 void AppState::showPreferencesWindow() {
   if (!hasStarted_) return;
   platform_.windows.activate();
-  preferencesWindow_ = platform_.windows.openWindow(information_.name, {}, {});
+  if (!settingsWindow_)
+    settingsWindow_ = std::make_unique<SettingsWindow>(
+        platform_.windows, platform_.runLoop, settings_, autoStart_, information_.name,
+        [this] { statusItemController().updateStatusItemVisibility(); });
+  settingsWindow_->show();
 }
 
 }  // namespace kelvane

@@ -10,7 +10,9 @@
 #include <string>
 
 #include "app/feedback.h"
+#include "app/welcome.h"
 #include "battery/battery.h"
+#include "kit/auto_start.h"
 #include "kit/tq_kit.h"
 #include "menu/battery_menu.h"
 #include "menu/tq_menu.h"
@@ -20,6 +22,7 @@
 #include "platform/platform.h"
 #include "reactive/subscription.h"
 #include "settings/settings_keys.h"
+#include "settings/views/settings_window.h"
 
 namespace kelvane {
 
@@ -75,9 +78,11 @@ class AppState {
   std::unique_ptr<LowBatteryAlert> lowBatteryAlert_;
 
   Feedback feedback_;
+  Welcome welcome_;
   BatteryMenuActions menuActions_;
   std::unique_ptr<AlertHandle> refusal_;
-  std::unique_ptr<ViewWindow> preferencesWindow_;
+  AutoStart autoStart_;
+  std::unique_ptr<SettingsWindow> settingsWindow_;
   bool hasStarted_ = false;
   Cancellables cancellables_;
   // Tells queued jobs that this is still there.

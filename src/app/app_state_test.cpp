@@ -21,6 +21,9 @@ using ::testing::IsEmpty;
 
 class AppStateTest : public ::testing::Test {
  protected:
+  // No welcome but where a test wants one.
+  AppStateTest() { computer.preferences.setObject("__hasLaunched__", true); }
+
   void start(const MemoryBattery& battery) {
     computer.set(battery);
     make();
@@ -28,8 +31,9 @@ class AppStateTest : public ::testing::Test {
     item().calls.clear();
   }
   void make() {
-    app = std::make_unique<AppState>(computer.platform(), settings,
-                                     ApplicationInformation{.name = "Kelvane"});
+    app = std::make_unique<AppState>(
+        computer.platform(), settings,
+        ApplicationInformation{.name = "Kelvane", .identifier = "org.kelvane.Kelvane"});
   }
   MemoryStatusItemState& item() { return *computer.statusBar.item(); }
   // The calls since the last time, each redraw of the icon as one word.
@@ -114,6 +118,28 @@ TEST_F(AppStateTest, RefusesWhatItIsNotFor) {
     computer.runLoop.run();
     EXPECT_EQ(std::exchange(computer.runLoop.exitCode, std::nullopt), 1);
   }
+}
+
+TEST_F(AppStateTest, WelcomesOnTheFirstLaunchThatIsNotRefused) {
+  computer.preferences.removeObject("__hasLaunched__");
+  start({.percent = 57});
+  ASSERT_EQ(computer.windows.alerts.size(), 1U);
+  EXPECT_EQ(computer.windows.alerts[0].title, "Welcome to Kelvane!");
+  computer.windows.pressButton(0);
+  computer.runLoop.advance(1);
+  EXPECT_EQ(computer.windows.popovers.size(), 1U);
+  start({.percent = 57});
+  EXPECT_EQ(computer.windows.alerts.size(), 1U);
+}
+
+TEST_F(AppStateTest, PreferencesOpenTheWindowWhoseHidingRuleIsTheItems) {
+  start({.percent = 57, .isOnPower = true});
+  app->showPreferencesWindow();
+  ASSERT_EQ(computer.windows.windows.size(), 1U);
+  EXPECT_EQ(computer.windows.activations, 1);
+  app->showPreferencesWindow();
+  EXPECT_EQ(computer.windows.windows.size(), 1U);
+  EXPECT_EQ(computer.windows.windows[0]->timesInFront, 1);
 }
 
 TEST_F(AppStateTest, EveryPowerEventRedrawsTheItem) {

@@ -5,6 +5,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "platform/color.h"
 #include "platform/image.h"
@@ -79,6 +80,15 @@ class StatusItem {
 
   // Adds a hover view that covers the whole button. There is no removal; a second one comes on top.
   virtual void addHoverView(HoverView view) = 0;
+
+  // Moves what the button shows up and down for a moment: through these offsets (points, upwards),
+  // the first at once, the last when `seconds` have passed. Another shake takes over.
+  virtual void shake(const std::vector<double>& offsets, double seconds) = 0;
+
+  // The user's clicks on the button, besides the menu that they open; where a host opens the menu
+  // by itself, its opening is what is heard.
+  [[nodiscard]] virtual std::unique_ptr<StatusItemObservation> observeClicks(
+      std::function<void()> callback) = 0;
 
   // The appearance of the bar under the button, and its changes; the callback is also called once
   // at registration.

@@ -67,17 +67,21 @@ class DeskCase(unittest.TestCase):
         self.addCleanup(self._ends_well, kelvane, list(says))
         return kelvane
 
-    def kelvane(self, *arguments, environment=None, directory=None, wrapper=()):
+    def kelvane(self, *arguments, environment=None, directory=None, windows=False, **options):
         """A kelvane that is not started yet, and of which commands can be run.
 
         It is told of the fake tree, unless an environment is given: the mock one shows it as /sys,
         with the kernel's events. Its preferences are below `directory`, by default one of its own.
+        Without `windows` it knows of no display, and what windows would say comes as notices.
         """
         if environment is None:
             tree = {"KELVANE_POWER_SUPPLY": self.power.power_supply}
             environment = {**self.desk.environment, **tree}
+        if not windows:
+            displays = ("DISPLAY", "WAYLAND_DISPLAY")
+            environment = {key: environment[key] for key in environment if key not in displays}
         directory = directory or self.temporary_directory()
-        return Kelvane(directory, environment, self.desk.bus, *arguments, wrapper=wrapper)
+        return Kelvane(directory, environment, self.desk.bus, *arguments, **options)
 
     def temporary_directory(self):
         """A directory for the length of this test."""

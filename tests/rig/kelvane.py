@@ -48,15 +48,32 @@ def run(environment, *words, seconds=20, **options):
     )
 
 
-class Kelvane:
-    """The resident program on a desk, with preferences below `directory`; `bus` is the desk's."""
+def preferences_file(environment):
+    return pathlib.Path(environment["XDG_CONFIG_HOME"]) / "kelvane" / f"{IDENTIFIER}.plist"
 
-    def __init__(self, directory, environment, bus, *arguments, wrapper=()):
+
+def say_launched_before(environment):
+    """Where there are no preferences yet: a first launch ends in a welcome."""
+    file = preferences_file(environment)
+    if not file.exists():
+        file.parent.mkdir(parents=True, mode=0o700)
+        file.write_bytes(plistlib.dumps({"__hasLaunched__": True}))
+
+
+class Kelvane:
+    """The resident program on a desk, with preferences below `directory`; `bus` is the desk's.
+
+    Fresh preferences say that it was launched before, as its welcome waits for the user.
+    """
+
+    def __init__(self, directory, environment, bus, *arguments, wrapper=(), welcome=False):
         self.directory = pathlib.Path(directory)
         self._command = [*wrapper, program(), *arguments]
         self._bus = bus
         self._processes = Processes(self.directory)
         self.environment = {**environment, "XDG_CONFIG_HOME": str(self.directory / "config")}
+        if not welcome:
+            say_launched_before(self.environment)
 
     def __enter__(self):
         self.started = time.monotonic()
@@ -96,7 +113,7 @@ class Kelvane:
 
     @property
     def preferences_file(self):
-        return pathlib.Path(self.environment["XDG_CONFIG_HOME"]) / "kelvane" / f"{IDENTIFIER}.plist"
+        return preferences_file(self.environment)
 
     def preferences(self):
         """What the preferences file holds; nothing as long as there is none."""

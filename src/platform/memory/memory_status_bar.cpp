@@ -51,6 +51,14 @@ class MemoryStatusItem : public StatusItem {
     state_->calls.push_back("hover view");
     state_->hoverViews.push_back(std::move(view));
   }
+  void shake(const std::vector<double>& offsets, double seconds) override {
+    std::string call = withNumber("shake in", seconds) + ":";
+    for (const double offset : offsets) call += withNumber("", offset);
+    state_->calls.push_back(call);
+  }
+  std::unique_ptr<StatusItemObservation> observeClicks(std::function<void()> callback) override {
+    return state_->clickObservers.add(std::move(callback));
+  }
   Appearance effectiveAppearance() const override { return state_->appearance; }
   std::unique_ptr<StatusItemObservation> observeEffectiveAppearance(
       std::function<void()> callback) override {

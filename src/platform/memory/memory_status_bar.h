@@ -29,6 +29,7 @@ struct MemoryStatusItemState {
   Slot slot;
   std::vector<std::string> calls;  // "visible true", "length 28", "image", "title 57%", ...
 
+  ObserverList clickObservers;
   ObserverList appearanceObservers;
   ObserverList slotObservers;
 };

@@ -1,5 +1,7 @@
 #include "programs/kelvane/linux_computer.h"
 
+#include <optional>
+#include <string>
 #include <utility>
 
 #include "programs/kelvane/foreign_text.h"
@@ -8,12 +10,29 @@
 namespace kelvane {
 namespace {
 
-TrayOptions trayOptions(GDBusConnection* sessionBus, FontFaces& fonts) {
+TrayOptions trayOptions(LinuxComputer& computer, GDBusConnection* sessionBus) {
   TrayOptions options;
   options.sessionBus = sessionBus;
-  options.replaceUncoveredCharacters = [&fonts](std::string text) {
-    return replaceUncoveredCharacters(fonts, std::move(text));
+  options.activated = [&computer](std::optional<Point> where) { computer.itemPlace = where; };
+  options.activationToken = [&computer](const std::string& token) {
+    computer.windows.setActivationToken(token);
   };
+  options.windowAppearance = [&computer](std::optional<bool> isDark) {
+    computer.windows.setDark(isDark);
+  };
+  options.replaceUncoveredCharacters = [&computer](std::string text) {
+    return replaceUncoveredCharacters(computer.fonts, std::move(text));
+  };
+  return options;
+}
+
+WindowOptions windowOptions(LinuxComputer& computer) {
+  WindowOptions options;
+  if (std::string path = programPath("kelvane-windows"); !path.empty())
+    options.programs.push_back(std::move(path));
+  options.isMotionReduced = [&computer] { return computer.statusBar.prefersReducedMotion(); };
+  options.isItemShown = [&computer] { return computer.statusBar.isRegistered(); };
+  options.itemPlace = [&computer] { return computer.itemPlace; };
   return options;
 }
 
@@ -24,10 +43,12 @@ LinuxComputer::LinuxComputer(GlibRunLoop& loop, GDBusConnection* sessionBus,
     : runLoop(loop),
       registry(power.directory),
       powerSources(runLoop, power),
-      statusBar(runLoop, fonts, trayOptions(sessionBus, fonts)),
+      statusBar(runLoop, fonts, trayOptions(*this, sessionBus)),
       noticeBoard(sessionBus, runLoop),
+      windows(runLoop, noticeBoard, windowOptions(*this)),
       loginItems(userAutostartFolder(), programPath("kelvane-autostart-helper")),
       workspace(sessionBus) {
+  systemInfo.setReducedMotionSource([this] { return statusBar.prefersReducedMotion(); });
   systemInfo.setLowPowerModeObserver([this] { statusBar.menuChanged(); });
 }
 

@@ -12,11 +12,11 @@
 #include "platform/linux/glib/glib_run_loop.h"
 #include "platform/linux/notifications/linux_user_notifications.h"
 #include "platform/linux/notifications/notice_board.h"
-#include "platform/linux/notifications/notice_windows.h"
 #include "platform/linux/power/linux_power_sources.h"
 #include "platform/linux/power/sysfs_device_registry.h"
 #include "platform/linux/preferences/plist_preferences.h"
 #include "platform/linux/tray/linux_status_bar.h"
+#include "platform/linux/windows/linux_windows.h"
 #include "platform/platform.h"
 
 namespace kelvane {
@@ -37,12 +37,14 @@ class LinuxComputer {
   LinuxPowerSources powerSources;
   FontFaces fonts;
   CairoGraphics graphics{fonts};
+  // Where the user last clicked the item, if the host tells such places.
+  std::optional<Point> itemPlace;
   LinuxStatusBar statusBar;
   LinuxSystemInfo systemInfo;
   LinuxTextFormats textFormats;
   NoticeBoard noticeBoard;
   LinuxUserNotifications notifications{noticeBoard};
-  NoticeWindows windows{runLoop, noticeBoard};
+  LinuxWindows windows;
   LinuxLoginItems loginItems;
   LinuxWorkspace workspace;
 };

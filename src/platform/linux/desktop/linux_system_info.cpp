@@ -245,8 +245,6 @@ int LinuxSystemInfo::screenCount() {
 
 double LinuxSystemInfo::primaryScreenScale() { return 1; }
 
-bool LinuxSystemInfo::prefersReducedMotion() { return false; }
-
 ModifierKeys LinuxSystemInfo::modifierKeys() { return {}; }
 
 }  // namespace kelvane

@@ -9,6 +9,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "platform/linux/desktop/power_profile_mirror.h"
 #include "platform/system_info.h"
@@ -43,14 +44,18 @@ class LinuxSystemInfo : public SystemInfo {
   int screenCount() override;
   // 1: the kernel doesn't know the scale; the status bar has its own, from the desktop's setting.
   double primaryScreenScale() override;
-  // False: there is no display connection to ask, and the portal has no such setting everywhere.
-  bool prefersReducedMotion() override;
+  // What `setReducedMotionSource` was given answers; false without.
+  bool prefersReducedMotion() override { return isMotionReduced_ && isMotionReduced_(); }
+  void setReducedMotionSource(std::function<bool()> isMotionReduced) {
+    isMotionReduced_ = std::move(isMotionReduced);
+  }
   // None held: nothing tells a program without a window what is pressed.
   ModifierKeys modifierKeys() override;
 
  private:
   std::string root_;
   std::function<void()> lowPowerModeChanged_;
+  std::function<bool()> isMotionReduced_;
   std::unique_ptr<PowerProfileMirror> profile_;  // from the first question on
 };
 

@@ -6,6 +6,7 @@
 #include <cstring>
 #include <functional>
 #include <memory>
+#include <utility>
 
 #include <cairo.h>
 
@@ -94,6 +95,17 @@ Bitmap renderText(FontFaces& faces, const AttributedText& text, double length, d
       pen.x += lines[i].advance;
     }
   });
+}
+
+void moveUp(Bitmap& bitmap, int rows) {
+  const Bitmap before = std::exchange(
+      bitmap, {bitmap.width, bitmap.height, std::vector<std::uint32_t>(bitmap.pixels.size())});
+  const auto width = static_cast<std::ptrdiff_t>(bitmap.width);
+  for (int y = 0; y < bitmap.height; ++y) {
+    const int from = y + rows;
+    if (from < 0 || from >= bitmap.height) continue;
+    std::copy_n(before.pixels.begin() + from * width, width, bitmap.pixels.begin() + y * width);
+  }
 }
 
 std::vector<std::uint8_t> straightBigEndianArgb(const Bitmap& bitmap) {

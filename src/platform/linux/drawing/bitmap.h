@@ -38,6 +38,9 @@ Bitmap renderImage(FontFaces& faces, const Image& image, double scale,
 Bitmap renderText(FontFaces& faces, const AttributedText& text, double length, double height,
                   double scale, const std::optional<Color>& foreground);
 
+// Moves what is drawn up, or down when negative; what leaves the bitmap is lost.
+void moveUp(Bitmap& bitmap, int rows);
+
 // The pixels as a StatusNotifierItem's IconPixmap carries them: four bytes each, alpha, red, green,
 // blue, not multiplied by the alpha.
 std::vector<std::uint8_t> straightBigEndianArgb(const Bitmap& bitmap);

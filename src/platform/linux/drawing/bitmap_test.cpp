@@ -138,5 +138,24 @@ TEST_F(PngFile, failuresNameTheFileAndTheReason) {
   }
 }
 
+TEST(Bitmap, movesUpAndDownAndLosesWhatLeaves) {
+  const struct {
+    int rows;
+    std::vector<std::uint32_t> pixels;
+  } cases[] = {{0, {1, 2, 3, 4, 5, 6}},
+               {1, {3, 4, 5, 6, 0, 0}},
+               {-1, {0, 0, 1, 2, 3, 4}},
+               {3, {0, 0, 0, 0, 0, 0}},
+               {-9, {0, 0, 0, 0, 0, 0}}};
+  for (const auto& each : cases) {
+    Bitmap bitmap{2, 3, {1, 2, 3, 4, 5, 6}};
+    moveUp(bitmap, each.rows);
+    EXPECT_EQ(bitmap.pixels, each.pixels) << each.rows;
+  }
+  Bitmap none;
+  moveUp(none, 2);
+  EXPECT_EQ(none, Bitmap{});
+}
+
 }  // namespace
 }  // namespace kelvane

@@ -191,6 +191,7 @@ void DbusMenu::aboutToShow(const ExportedObject::Call& call) {
   int id = 0;
   g_variant_get(call.arguments, "(i)", &id);
   if (!layout_.find(id)) return refuseId(call);
+  tellShown();
   const bool hasChanged = update();
   g_dbus_method_invocation_return_value(call.invocation, g_variant_new("(b)", hasChanged));
 }
@@ -201,6 +202,7 @@ void DbusMenu::aboutToShowGroup(const ExportedObject::Call& call) {
   std::vector<int> unknown;
   for (const int id : readIds(idList.get())) (layout_.find(id) ? known : unknown).push_back(id);
   if (known.empty() && !unknown.empty()) return refuseId(call);
+  if (!known.empty()) tellShown();
   if (known.empty() || !update()) known.clear();
   g_dbus_method_invocation_return_value(call.invocation,
                                         g_variant_new("(@ai@ai)", idsOf(known), idsOf(unknown)));
@@ -223,7 +225,17 @@ void DbusMenu::choose(const MenuEntry& entry) {
 }
 
 void DbusMenu::open(const MenuEntry& entry, const char* sender) {
+  tellShown();
   if (entry.hasSubmenu && hosts_.try_emplace(entry.id, sender).second) tellMenusLater();
+}
+
+void DbusMenu::tellShown() {
+  if (!shown_ || std::exchange(isShownWaiting_, true)) return;
+  loop_.async([this, alive = std::weak_ptr(isAlive_)] {
+    if (alive.expired()) return;
+    isShownWaiting_ = false;
+    shown_();
+  });
 }
 
 void DbusMenu::close(int id) {

@@ -10,6 +10,7 @@
 #include <map>
 #include <memory>
 #include <string>
+#include <utility>
 
 #include <gio/gio.h>
 
@@ -31,6 +32,10 @@ class DbusMenu {
   ~DbusMenu();
   DbusMenu(const DbusMenu&) = delete;
   DbusMenu& operator=(const DbusMenu&) = delete;
+
+  // Called on the main queue when the user may have opened the menu: a host says so, or asks what
+  // is to be shown.
+  void setShownObserver(std::function<void()> shown) { shown_ = std::move(shown); }
 
   // The menu that is exported; not owned. Null: an empty menu.
   void setMenu(Menu* menu);
@@ -65,6 +70,7 @@ class DbusMenu {
   void open(const MenuEntry& entry, const char* sender);
   void close(int id);
   void closeAll();
+  void tellShown();
   void tellMenusLater();
   void tellMenus();
   void tellOpening(int id, const std::string& host);
@@ -81,6 +87,8 @@ class DbusMenu {
   bool isUpdated_ = false;         // in this turn
   bool isActionWaiting_ = false;   // on the main queue
   bool isTellingWaiting_ = false;  // on the main queue
+  std::function<void()> shown_;
+  bool isShownWaiting_ = false;  // on the main queue
   std::shared_ptr<bool> isAlive_ = std::make_shared<bool>(true);
 };
 

@@ -103,6 +103,12 @@ std::optional<Appearance> appearanceOfColorScheme(GVariant* value) {
   }
 }
 
+std::optional<bool> darkWindowsOfColorScheme(GVariant* value) {
+  if (!value || !g_variant_is_of_type(value, G_VARIANT_TYPE_UINT32)) return std::nullopt;
+  const guint32 preference = g_variant_get_uint32(value);
+  return preference == 1 || preference == 2 ? std::optional(preference == 1) : std::nullopt;
+}
+
 std::optional<Appearance> appearanceOfTheme(const std::string& theme) {
   const std::string name = lowered(theme);
   if (name.find("dark") != name.npos) return Appearance::dark;
@@ -120,6 +126,16 @@ std::optional<Appearance> appearanceOfXfcePanel(const SettingsTable& panel,
   if (darkMode && g_variant_get_boolean(darkMode)) return Appearance::dark;
   GVariant* theme = find(settings, "/Net/ThemeName", "s");
   return appearanceOfTheme(theme ? g_variant_get_string(theme, nullptr) : "");
+}
+
+bool wantsReducedMotion(const SettingsTable& portalAppearance, const SettingsTable& portalInterface,
+                        const SettingsTable& xfceSettings) {
+  GVariant* preference = find(portalAppearance, "reduced-motion", "u");
+  if (preference && g_variant_get_uint32(preference) == 1) return true;
+  for (GVariant* animations : {find(portalInterface, "enable-animations", "b"),
+                               find(xfceSettings, "/Gtk/EnableAnimations", "b")})
+    if (animations && !g_variant_get_boolean(animations)) return true;
+  return false;
 }
 
 double scaleOfXfce(const SettingsTable& settings) {

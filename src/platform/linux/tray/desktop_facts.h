@@ -22,6 +22,9 @@ SettingsTable settingsTableOf(GVariant* dictionary);  // an a{sv}; others give a
 // which is what desktops with light windows say.
 std::optional<Appearance> appearanceOfColorScheme(GVariant* value);
 
+// The same key as it concerns windows, whose toolkit has a theme of its own without a preference.
+std::optional<bool> darkWindowsOfColorScheme(GVariant* value);
+
 // The name of a GTK theme ("Adwaita-dark"); absent when it tells nothing.
 std::optional<Appearance> appearanceOfTheme(const std::string& theme);
 
@@ -32,6 +35,11 @@ std::optional<Appearance> appearanceOfXfcePanel(const SettingsTable& panel,
 
 // The channel "xsettings": a factor that is not set is 1.
 double scaleOfXfce(const SettingsTable& settings);
+
+// Whether the user wants less motion: the portal's key reduced-motion is 1, or animations are off in
+// the interface settings that the portal passes on, or in the channel "xsettings".
+bool wantsReducedMotion(const SettingsTable& portalAppearance, const SettingsTable& portalInterface,
+                        const SettingsTable& xfceSettings);
 
 // org.gnome.Mutter.DisplayConfig.GetCurrentState: the largest scale of a monitor in use.
 std::optional<double> scaleOfMutter(GVariant* state);

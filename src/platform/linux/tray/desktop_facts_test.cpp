@@ -1,7 +1,10 @@
 #include "platform/linux/tray/desktop_facts.h"
 
 #include <cstring>
+#include <optional>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -34,6 +37,28 @@ TEST(DesktopFacts, AppearanceOfAColorScheme) {
   for (const auto& [value, expected] : cases)
     EXPECT_EQ(nameOf(appearanceOfColorScheme(parse(value).get())), expected) << value;
   EXPECT_EQ(nameOf(appearanceOfColorScheme(nullptr)), "unknown");
+}
+
+TEST(DesktopFacts, WishesForWindows) {
+  for (const auto& [value, isDark] : std::vector<std::pair<std::string, std::optional<bool>>>{
+           {"uint32 0", {}}, {"uint32 1", true}, {"uint32 2", false}, {"'dark'", {}}})
+    EXPECT_EQ(darkWindowsOfColorScheme(parse(value).get()), isDark) << value;
+
+  const struct {
+    std::string appearance, interface, xfce;
+    bool isReduced;
+  } cases[] = {
+      {"", "", "", false},
+      {"'reduced-motion': <uint32 1>", "", "", true},
+      {"'reduced-motion': <uint32 0>", "'enable-animations': <true>", "", false},
+      {"'reduced-motion': <true>", "'enable-animations': <'no'>", "", false},
+      {"", "'enable-animations': <false>", "", true},
+      {"", "", "'/Gtk/EnableAnimations': <false>", true},
+  };
+  for (const auto& row : cases)
+    EXPECT_EQ(wantsReducedMotion(table(row.appearance), table(row.interface), table(row.xfce)),
+              row.isReduced)
+        << row.appearance << row.interface << row.xfce;
 }
 
 TEST(DesktopFacts, AppearanceOfAnXfcePanel) {

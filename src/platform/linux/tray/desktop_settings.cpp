@@ -69,6 +69,17 @@ std::optional<Appearance> DesktopSettings::barAppearance() const {
   return std::nullopt;
 }
 
+std::optional<bool> DesktopSettings::prefersDarkWindows() const {
+  const auto found = portalAppearance_.find("color-scheme");
+  return found == portalAppearance_.end() ? std::nullopt
+                                          : darkWindowsOfColorScheme(found->second.get());
+}
+
+bool DesktopSettings::prefersReducedMotion() const {
+  return wantsReducedMotion(portalAppearance_, portalInterface_,
+                            xfceSettings_.value_or(SettingsTable{}));
+}
+
 std::optional<double> DesktopSettings::scale() const {
   // What was started with the session rules the programs of the session, the host among them.
   if (const auto scale =

@@ -35,6 +35,10 @@ class DesktopSettings {
 
   // The colour behind the item; absent when it can't be known.
   std::optional<Appearance> barAppearance() const;
+  // Whether the desktop wants dark windows; absent when it has no preference or can't be asked.
+  std::optional<bool> prefersDarkWindows() const;
+  // False where nothing says so.
+  bool prefersReducedMotion() const;
   // Pixels per point; absent when it can't be known.
   std::optional<double> scale() const;
   // The interface font's family; empty when it can't be known.

@@ -54,6 +54,8 @@ class LinuxStatusBar::Impl {
     return state.processName.empty() ? state.owner : state.processName;
   }
 
+  bool prefersReducedMotion() const { return settings_ && settings_->prefersReducedMotion(); }
+
   bool isRegistered() const { return item_ && item_->isRegistered(); }
 
  private:
@@ -71,6 +73,9 @@ class LinuxStatusBar::Impl {
   }
 
   void settingsChanged() {
+    const auto isDark = settings_->prefersDarkWindows();
+    if (std::exchange(areWindowsDark_, isDark) != isDark && options_.windowAppearance)
+      options_.windowAppearance(isDark);
     if (waiting_) return hostIsReady();
     if (!surroundings_.hasHost) return;
     apply();
@@ -100,6 +105,7 @@ class LinuxStatusBar::Impl {
   TrayOptions options_;
   TraySurroundings surroundings_;
   std::string font_;
+  std::optional<bool> areWindowsDark_;
   LinuxStatusItem* item_ = nullptr;
   std::unique_ptr<Timer> waiting_;  // for the settings of a new host
   std::unique_ptr<DesktopSettings> settings_;
@@ -118,6 +124,8 @@ std::unique_ptr<StatusItem> LinuxStatusBar::makeItem(double length) {
 void LinuxStatusBar::menuChanged() { impl_->menuChanged(); }
 
 std::string LinuxStatusBar::hostName() const { return impl_->hostName(); }
+
+bool LinuxStatusBar::prefersReducedMotion() const { return impl_->prefersReducedMotion(); }
 
 bool LinuxStatusBar::isRegistered() const { return impl_->isRegistered(); }
 

@@ -33,6 +33,9 @@ struct TrayOptions {
   std::function<void(std::optional<Point> where)> activated;
   // A token that lets the window opened next take the focus; comes before `activated`.
   std::function<void(const std::string& token)> activationToken;
+  // The desktop wants dark windows, light ones, or has no preference; called when that is first
+  // known and when it changes.
+  std::function<void(std::optional<bool> isDark)> windowAppearance;
   // Rewrites a text for programs that may have no glyph for one of its characters.
   std::function<std::string(std::string text)> replaceUncoveredCharacters;
 };
@@ -54,6 +57,9 @@ class LinuxStatusBar : public StatusBar {
   // whether it has taken the item.
   std::string hostName() const;
   bool isRegistered() const;
+
+  // The user's wish for less motion, from the desktop's settings; false where nothing says so.
+  bool prefersReducedMotion() const;
 
  private:
   class Impl;

@@ -346,5 +346,43 @@ TEST_F(LinuxStatusBarTest, WithoutABusNothingIsShownAndNothingFails) {
   EXPECT_FALSE(bar->isRegistered());
 }
 
+TEST_F(LinuxStatusBarTest, ShakesAndComesToRest) {
+  const auto host1 = watcher();
+  start();
+  ASSERT_TRUE(isRegistered(1));
+  const auto atRest = pictures();
+  heard.clear();
+  item->shake({-2, 2, 0}, 0.1);
+  ASSERT_TRUE(runUntil([&] { return heard.size() == 1; }));
+  // Down, so that the first row is empty.
+  EXPECT_THAT(pictures(), ElementsAre("44x44:00000000"));
+  ASSERT_TRUE(runUntil([&] { return heard.size() == 3; }));
+  EXPECT_THAT(heard, ElementsAre("NewIcon", "NewIcon", "NewIcon"));
+  EXPECT_EQ(pictures(), atRest);
+  EXPECT_EQ(loop.nextDeadline(), std::nullopt);
+}
+
+TEST_F(LinuxStatusBarTest, HearsOfClicksAndOfAMenuThatIsOpened) {
+  const auto host1 = watcher();
+  start();
+  ASSERT_TRUE(isRegistered(1));
+  int clicks = 0;
+  auto observation = item->observeClicks([&] { ++clicks; });
+  const BusCalls::Target menuOfItem{registered.back(), "/MenuBar", "com.canonical.dbusmenu"};
+  callItem("Activate", g_variant_new("(ii)", 3, 4));
+  EXPECT_TRUE(runUntil([&] { return clicks == 1; }));
+  EXPECT_TRUE(call(host.get(), menuOfItem, "AboutToShow", g_variant_new("(i)", 0)));
+  EXPECT_TRUE(runUntil([&] { return clicks == 2; }));
+  EXPECT_TRUE(call(host.get(), menuOfItem, "AboutToShowGroup", g_variant_new_parsed("([0],)")));
+  EXPECT_TRUE(runUntil([&] { return clicks == 3; }));
+  EXPECT_TRUE(call(host.get(), menuOfItem, "Event",
+                   g_variant_new("(isvu)", 0, "opened", g_variant_new_int32(0), 0)));
+  EXPECT_TRUE(runUntil([&] { return clicks == 4; }));
+  observation.reset();
+  callItem("Activate", g_variant_new("(ii)", 3, 4));
+  runUntilIdle();
+  EXPECT_EQ(clicks, 4);
+}
+
 }  // namespace
 }  // namespace kelvane

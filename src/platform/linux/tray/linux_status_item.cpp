@@ -1,5 +1,6 @@
 #include "platform/linux/tray/linux_status_item.h"
 
+#include <cmath>
 #include <utility>
 
 #include "platform/linux/tray/item_picture.h"
@@ -40,6 +41,7 @@ LinuxStatusItem::LinuxStatusItem(RunLoopQueue& loop, FontFaces& fonts, const Tra
                flushLater();
              }}) {
   content_.length = length;
+  menu_.setShownObserver([this] { clickObservers_.notify(); });
   // The handshake runs in a thread of the bus library while the application starts up.
   item_.connect();
   mustRegister_ = surroundings_.hasHost;
@@ -108,6 +110,26 @@ void LinuxStatusItem::addHoverView(HoverView view) {
   contentChanged();
 }
 
+void LinuxStatusItem::shake(const std::vector<double>& offsets, double seconds) {
+  shakeOffsets_ = offsets;
+  shaking_.reset();
+  contentChanged();
+  if (offsets.size() < 2) return shakeOffsets_.clear();
+  const double step = seconds / static_cast<double>(offsets.size() - 1);
+  shaking_ = loop_.startTimer(step, true, [this] {
+    shakeOffsets_.erase(shakeOffsets_.begin());
+    contentChanged();
+    if (shakeOffsets_.size() > 1) return;
+    // At rest where the last offset leaves it.
+    shaking_.reset();
+  });
+}
+
+std::unique_ptr<StatusItemObservation> LinuxStatusItem::observeClicks(
+    std::function<void()> callback) {
+  return clickObservers_.add(std::move(callback));
+}
+
 Appearance LinuxStatusItem::effectiveAppearance() const {
   // What is not known is drawn light on a dark backing, which reads on both.
   return surroundings_.barAppearance.value_or(Appearance::dark);
@@ -156,7 +178,9 @@ void LinuxStatusItem::flush() {
 
 void LinuxStatusItem::renderContent() {
   const Slot& slot = surroundings_.slot;
-  const Bitmap picture = renderItem(fonts_, slot, surroundings_.barAppearance, content_);
+  Bitmap picture = renderItem(fonts_, slot, surroundings_.barAppearance, content_);
+  if (!shakeOffsets_.empty())
+    moveUp(picture, static_cast<int>(std::lround(shakeOffsets_.front() * slot.scale)));
   item_.setIcon(picture.width, picture.height, straightBigEndianArgb(picture));
   item_.setLabel(slot.showsTextBeside ? forOthers(content_.title.plainText()) : "");
   if (hoverViews_.empty()) return;
@@ -173,10 +197,12 @@ std::string LinuxStatusItem::forOthers(std::string text) const {
 
 void LinuxStatusItem::activate(Point where) {
   // Clicks of one turn are one click.
-  if (!options_.activated || std::exchange(isActivationWaiting_, true)) return;
+  if (std::exchange(isActivationWaiting_, true)) return;
   loop_.async([this, where, alive = std::weak_ptr(isAlive_)] {
     if (alive.expired()) return;
     isActivationWaiting_ = false;
+    clickObservers_.notify();
+    if (alive.expired() || !options_.activated) return;
     options_.activated(surroundings_.profile.givesRootCoordinates ? std::optional(where)
                                                                   : std::nullopt);
   });

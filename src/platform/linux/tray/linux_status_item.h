@@ -55,6 +55,8 @@ class LinuxStatusItem : public StatusItem {
   void setImage(std::optional<Image> image) override;
   void setMenu(Menu* menu) override { menu_.setMenu(menu); }
   void addHoverView(HoverView view) override;
+  void shake(const std::vector<double>& offsets, double seconds) override;
+  std::unique_ptr<StatusItemObservation> observeClicks(std::function<void()> callback) override;
   Appearance effectiveAppearance() const override;
   std::unique_ptr<StatusItemObservation> observeEffectiveAppearance(
       std::function<void()> callback) override;
@@ -80,6 +82,9 @@ class LinuxStatusItem : public StatusItem {
   bool isVisible_ = true;
   ItemContent content_;
   std::vector<HoverView> hoverViews_;
+  std::vector<double> shakeOffsets_;  // those still to come, the present one first
+  std::unique_ptr<Timer> shaking_;
+  ObserverList clickObservers_;
   ObserverList appearanceObservers_;
   ObserverList slotObservers_;
 

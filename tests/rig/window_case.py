@@ -1,0 +1,74 @@
+"""The resident program and its windows, as people and assistive programs meet them."""
+
+import os
+import pathlib
+import signal
+import subprocess
+import tempfile
+
+from .accessible import Accessibility
+from .case import DeskCase
+from .desk import Desk
+from .menu import Menu
+from .power import Power
+from .processes import wait_until
+
+
+class WindowCase(DeskCase):
+    @classmethod
+    def setUpClass(cls):
+        folder = tempfile.TemporaryDirectory(prefix="kelvane-", ignore_cleanup_errors=True)
+        cls.addClassCleanup(folder.cleanup)
+        cls.power = cls.enterClassContext(Power(folder.name, cls.batteries))
+        cls.desk = Desk(folder.name, cls.host, cls.notifier, cls.power, accessibility=True)
+        cls.enterClassContext(cls.desk)
+        cls.seen = cls.enterClassContext(Accessibility(cls.desk))
+
+    def start(self, **options):
+        """A kelvane for this test that may show windows; gives its item."""
+        self.running = self.start_kelvane(windows=True, **options)
+        return self.running.item()
+
+    def choose(self, *labels):
+        """Clicks a line of the item's menu, or of a submenu."""
+        menu = Menu.of(self.running.item())
+        lines = menu.lines()
+        for label in labels:
+            line = next(line for line in lines if line.label == label)
+            lines = line.children
+        menu.event(line.id)
+
+    def press(self, role, name):
+        self.assertTrue(self.seen.find(role, name).press())
+
+    def wait_for_state(self, role, name, state, expected=True):
+        wait_until(lambda: self.seen.find(role, name).is_in(state) == expected,
+                   f"the {role} “{name}” with {state} {expected}", 5)
+
+    def wait_until_gone(self, role, name):
+        wait_until(lambda: not self.seen.look(role, name), f"the end of the {role} “{name}”", 5)
+
+    def wait_until_active(self, title):
+        """Until the window with that title is in front and has the keys."""
+        command = ("xdotool", "getactivewindow", "getwindowname")
+        environment = {**os.environ, **self.desk.environment}
+        active = lambda: subprocess.run(command, env=environment, capture_output=True, text=True)
+        wait_until(lambda: active().stdout.strip() == title, f"“{title}” in front", 5)
+
+    def wait_for_texts(self, *expected):
+        """Until the notices shown are these."""
+        shown = self.desk.notices.shown_texts
+        wait_until(lambda: shown() == list(expected), lambda: f"{expected}: {shown()}", 5)
+
+    def window_programs(self):
+        """The process ids of the running one's children."""
+        tasks = pathlib.Path(f"/proc/{self.running.process.pid}/task")
+        return [int(pid) for file in tasks.glob("*/children") for pid in file.read_text().split()]
+
+    def kill_windows(self):
+        """Ends the window program as a crash does."""
+        program, = self.window_programs()
+        os.kill(program, signal.SIGKILL)
+
+    def wait_for_no_windows(self):
+        wait_until(lambda: not self.window_programs(), "the window program's end", 5)
