@@ -1,5 +1,5 @@
-// What this application says of itself: a plain value that each `main` fills, from the build or from
-// the application's bundle. Any thread.
+// What this application says of itself: a plain value that each `main` fills, from the build or
+// from the application's bundle. Any thread.
 #pragma once
 
 #include <string>

@@ -32,8 +32,8 @@ class PortableTextFormats : public TextFormats {
   // Rounded half to even to a whole percentage, thousands grouped by commas ("1,234%").
   std::optional<std::string> percent(double ratio) override;
 
-  // One decimal below 100 of a unit, none from there on: "512 B", "8.4 MB", "134 MB". An amount that
-  // is no number or negative counts as 0.
+  // One decimal below 100 of a unit, none from there on: "512 B", "8.4 MB", "134 MB". An amount
+  // that is no number or negative counts as 0.
   std::string informationStorage(double bytes) override;
 
  private:

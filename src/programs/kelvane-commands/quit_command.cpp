@@ -11,11 +11,13 @@ int runQuitCommand() {
   const auto bus = connectToSessionBus();
   if (!bus) return 1;
   switch (quitRunning(bus.get())) {
-    case RunningAnswer::done: return 0;
+    case RunningAnswer::done:
+      return 0;
     case RunningAnswer::notRunning:
       std::fprintf(stderr, "kelvane: it is not running\n");
       return 1;
-    case RunningAnswer::failed: break;
+    case RunningAnswer::failed:
+      break;
   }
   std::fprintf(stderr, "kelvane: it is running, but does not end\n");
   return 1;

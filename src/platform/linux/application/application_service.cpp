@@ -6,7 +6,7 @@
 namespace kelvane {
 namespace {
 
-// Desktop Entry Specification, "D-Bus Activation".
+// What desktops call on an application whose desktop file says DBusActivatable.
 constexpr const char* kInterface = R"xml(<node><interface name="org.freedesktop.Application">
   <method name="Activate"><arg name="platform_data" type="a{sv}" direction="in"/></method>
   <method name="Open">

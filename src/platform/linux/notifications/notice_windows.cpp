@@ -88,7 +88,8 @@ std::unique_ptr<AlertHandle> NoticeWindows::alert(const Alert& alert,
 
 std::unique_ptr<ViewWindow> NoticeWindows::openWindow(const std::string&, const ViewNode&,
                                                       ViewWindowEvents) {
-  const std::string text = "No window can be shown here; “kelvane settings list” shows every setting.";
+  const std::string text =
+      "No window can be shown here; “kelvane settings list” shows every setting.";
   print(text);
   board_.post(kNoWindows, noticeOf(text, "", "dialog-information"));
   return nullptr;

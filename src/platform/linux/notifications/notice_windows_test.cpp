@@ -135,7 +135,8 @@ TEST_F(NoticeWindowsTest, ButtonsAreAnsweredOnceTheNoticeIsShownAndItStays) {
 }
 
 TEST_F(NoticeWindowsTest, OtherWindowsAreNormalNotices) {
-  const std::string text = "No window can be shown here; “kelvane settings list” shows every setting.";
+  const std::string text =
+      "No window can be shown here; “kelvane settings list” shows every setting.";
   const std::string normal =
       ", [], {'urgency': <byte 0x01>, 'desktop-entry': <'org.kelvane.Kelvane'>}, -1)";
   EXPECT_EQ(standardError([&] { EXPECT_EQ(windows_.openWindow("Settings", {}, {}), nullptr); }),

@@ -36,8 +36,8 @@ std::optional<Appearance> appearanceOfXfcePanel(const SettingsTable& panel,
 // The channel "xsettings": a factor that is not set is 1.
 double scaleOfXfce(const SettingsTable& settings);
 
-// Whether the user wants less motion: the portal's key reduced-motion is 1, or animations are off in
-// the interface settings that the portal passes on, or in the channel "xsettings".
+// Whether the user wants less motion: the portal's key reduced-motion is 1, or animations are off
+// in the interface settings that the portal passes on, or in the channel "xsettings".
 bool wantsReducedMotion(const SettingsTable& portalAppearance, const SettingsTable& portalInterface,
                         const SettingsTable& xfceSettings);
 
