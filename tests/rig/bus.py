@@ -90,11 +90,12 @@ class Bus:
         self._loop.quit()
         self._thread.join()
 
-    def call(self, destination, path, interface, method, arguments=None, seconds=5.0):
+    def call(self, destination, path, interface, method, arguments=None, seconds=5.0,
+             may_start=False):
         """Calls a method; gives the tuple of results. GLib.Error when it fails."""
+        flags = Gio.DBusCallFlags.NONE if may_start else Gio.DBusCallFlags.NO_AUTO_START
         reply = self.connection.call_sync(
-            destination, path, interface, method, arguments, None,
-            Gio.DBusCallFlags.NO_AUTO_START, int(seconds * 1000), None,
+            destination, path, interface, method, arguments, None, flags, int(seconds * 1000), None,
         )
         return reply.unpack()
 

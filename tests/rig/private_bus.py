@@ -23,7 +23,10 @@ _SYSTEM_SERVICES = pathlib.Path("/usr/share/dbus-1/services")
 
 
 def start_bus(processes, directory, kind, services=(), environment=None):
-    """Starts a "session" or "system" bus that activates only `services`; gives its address."""
+    """Starts a "session" or "system" bus that activates only `services`; gives its address.
+
+    A service is the name of one of the system's, or the path of a service file.
+    """
     directory = pathlib.Path(directory)
     path = directory / f"{kind}_bus"
     path.unlink(missing_ok=True)
@@ -32,7 +35,9 @@ def start_bus(processes, directory, kind, services=(), environment=None):
         folder = directory / "services"
         folder.mkdir(exist_ok=True)
         for service in services:
-            source = _SYSTEM_SERVICES / f"{service}.service"
+            source = pathlib.Path(service)
+            if not source.is_absolute():
+                source = _SYSTEM_SERVICES / f"{service}.service"
             (folder / source.name).write_bytes(source.read_bytes())
         activation = f"<servicedir>{folder}</servicedir>"
     configuration = directory / f"{kind}_bus.conf"
