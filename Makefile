@@ -11,8 +11,8 @@ help:
 	@echo "make bench          build and measure, also against other programs"
 	@echo "make lint           floors, format, unlisted tests, wording, clang-tidy"
 	@echo "make format         rewrite the sources in the house format"
-	@echo "make pictures       draw the pictures of the documents"
-	@echo "make golden         draw the golden pictures anew; look at them before committing"
+	@echo "make pictures       take the pictures of the documents, of real windows too"
+	@echo "make golden         write the golden pictures and trees anew; look at them before committing"
 
 run:
 	scripts/install-dependencies build

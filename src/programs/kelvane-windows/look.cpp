@@ -11,6 +11,8 @@ constexpr const char* kRules = R"(
 /* Boxes begin on the line where texts and buttons do. */
 checkbutton:dir(ltr) { padding-left: 0; }
 checkbutton:dir(rtl) { padding-right: 0; }
+/* The dark theme's own is hardly seen. */
+separator { background-color: alpha(currentColor, 0.15); }
 .alert-title { font-weight: bold; }
 .alert-badge { color: @error_color; background: @theme_bg_color; border-radius: 100%; padding: 2px; }
 .about-name { font-weight: bold; font-size: 150%; }
