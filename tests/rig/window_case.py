@@ -5,6 +5,9 @@ import pathlib
 import signal
 import subprocess
 import tempfile
+import time
+
+from gi.repository import GLib
 
 from .accessible import Accessibility
 from .case import DeskCase
@@ -12,6 +15,16 @@ from .desk import Desk
 from .menu import Menu
 from .power import Power
 from .processes import wait_until
+
+_STARTED = 1.5  # seconds
+
+
+def unless_gone(ask):
+    """What is asked of a node, or None when that is gone meanwhile."""
+    try:
+        return ask()
+    except GLib.Error:
+        return None
 
 
 class WindowCase(DeskCase):
@@ -29,6 +42,12 @@ class WindowCase(DeskCase):
         self.running = self.start_kelvane(windows=True, **options)
         return self.running.item()
 
+    def start_and_settle(self, **options):
+        """The same, after it has drawn once more for the colours of the panel."""
+        item = self.start(**options)
+        time.sleep(_STARTED)
+        return item
+
     def choose(self, *labels):
         """Clicks a line of the item's menu, or of a submenu."""
         menu = Menu.of(self.running.item())
@@ -42,11 +61,16 @@ class WindowCase(DeskCase):
         self.assertTrue(self.seen.find(role, name).press())
 
     def wait_for_state(self, role, name, state, expected=True):
-        wait_until(lambda: self.seen.find(role, name).is_in(state) == expected,
+        wait_until(lambda: unless_gone(lambda: self.seen.find(role, name).is_in(state) == expected),
                    f"the {role} “{name}” with {state} {expected}", 5)
 
     def wait_until_gone(self, role, name):
         wait_until(lambda: not self.seen.look(role, name), f"the end of the {role} “{name}”", 5)
+
+    def wait_until_closed(self, node, seconds=5):
+        """Until that node of a window is no more; sooner than by looking for it everywhere."""
+        is_there = lambda: unless_gone(lambda: [node.name])
+        wait_until(lambda: not is_there(), "a window's end", seconds, interval=0.005)
 
     def wait_until_active(self, title):
         """Until the window with that title is in front and has the keys."""
