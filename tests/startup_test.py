@@ -25,8 +25,8 @@ WELCOME = (
     "kelvane: Welcome to Kelvane! If you have any feedback, bug reports, or feature requests, use "
     "the feedback button in the app. I quickly respond to all submissions.  Note: When you unplug "
     "the power adapter, the system needs some time to accurately calculate the time remaining "
-    "estimate.  Kelvane can unfortunately not show “apps using significant energy” like the system "
-    "battery indicator does because of restrictions imposed on apps on the App Store. However, you "
+    "estimate.  Kelvane can unfortunately not show “apps using significant energy” like the "
+    "system battery indicator does because of restrictions imposed on apps on the App Store. However, you "
     "could change the menu bar item type to text instead of icon and use this app in combination "
     "with the system battery indicator."
 )

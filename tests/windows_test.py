@@ -67,7 +67,8 @@ class WindowsCase(unittest.TestCase):
         self.peer.send("apply", window=7, steps=steps)
 
     def set(self, before, **fields):
-        self.apply({"kind": "set", "id": before["id"], "node": {**before, "children": [], **fields}})
+        after = {**before, "children": [], **fields}
+        self.apply({"kind": "set", "id": before["id"], "node": after})
 
     def insert(self, what, parent="form", index=0):
         self.apply({"kind": "insert", "parent": parent, "index": index, "node": what})
@@ -157,7 +158,8 @@ class TreeTest(WindowsCase):
         self.assert_acted("large", 0)
         names = [each.name for each in self.seen.find("frame", "Settings").descendants()
                  if each.role in ("check box", "radio button", "push button")]
-        self.assertEqual(names[:5], ["First", "Percentage", "Time remaining", "Huge icon", "Levels…"])
+        expected = ["First", "Percentage", "Time remaining", "Huge icon", "Levels…"]
+        self.assertEqual(names[:5], expected)
 
     def test_sheet(self):
         self.open()

@@ -1,4 +1,4 @@
-"""The resident's end of the window program: starts it, says what to show, hears what the user does."""
+"""The resident's end of the window program: starts it, says what to show, hears the user."""
 
 import json
 import pathlib
