@@ -30,7 +30,7 @@ class LowBatteryTest(WindowCase):
         self.item = self.start_and_settle()
         for name, close in [
             ("its button", lambda: self.press("push button", "OK")),
-            ("a key", lambda: self.desk.key("Return")),
+            ("a key", lambda: self.desk.key("Return", window="Kelvane")),
             ("the adapter", self.power.plug),
         ]:
             with self.subTest(name):
@@ -110,7 +110,7 @@ class WelcomeTest(WindowCase):
         meanwhile()
         rest = self.item.picture()
         drawn = self.item.record()
-        self.desk.key("Return")
+        self.desk.key("Return", window="Kelvane")
         pictures = [rest]
         icons = lambda: [each.time for each in drawn.signals() if each.member == "NewIcon"]
         wait_until(lambda: self.sees(pictures) and len(icons()) == len(STEPS),

@@ -168,7 +168,7 @@ class WindowTest(SettingsCase):
         for _ in range(8):
             self.choose("Preferences…")
             self.seen.find("frame", TITLE)
-            self.desk.key("Escape")
+            self.desk.key("Escape", window=TITLE)
             self.wait_for_no_windows()
         after = memory(self.running.process.pid)
         print(f"from {before} to {after}")

@@ -103,6 +103,9 @@ class WindowsCase(unittest.TestCase):
 
 
 class TreeTest(WindowsCase):
+    def press(self, key):
+        self.desk.key(key, window="Settings")
+
     def test_reports_what_is_pressed_and_shows_what_the_tree_says(self):
         self.open()
         for role, name, description in [
@@ -137,15 +140,15 @@ class TreeTest(WindowsCase):
         self.wait_for_state("page tab", "General", "selected")
         self.seen.find("page tab", "Menu Bar").press()
         self.wait_for_state("page tab", "Menu Bar", "selected")
-        self.desk.key("ctrl+Prior")
+        self.press("ctrl+Prior")
         self.wait_for_state("page tab", "General", "selected")
         self.assert_quiet()
 
     def test_steps_leave_the_focus_where_it_is(self):
         self.open()
-        self.desk.key("Tab")
+        self.press("Tab")
         self.wait_for_state("check box", "Large icon", "focused")
-        self.desk.key("space")
+        self.press("space")
         self.assert_acted("large", 1)
         self.set(LARGE, isOn=True, label="Huge icon")
         self.insert(control("toggle", "first", "First", isOn=False))
@@ -154,7 +157,7 @@ class TreeTest(WindowsCase):
         self.insert(SHOW, index=1)
         self.seen.find("check box", "First")
         self.wait_for_state("check box", "Huge icon", "focused")
-        self.desk.key("space")
+        self.press("space")
         self.assert_acted("large", 0)
         names = [each.name for each in self.seen.find("frame", "Settings").descendants()
                  if each.role in ("check box", "radio button", "push button")]
@@ -169,7 +172,7 @@ class TreeTest(WindowsCase):
         self.seen.find("dialog", "Settings")
         self.wait_for_state("check box", "20%", "focused")
         for key, name in [("Escape", "sheet"), ("Return", "done")]:
-            self.desk.key(key)
+            self.press(key)
             self.assert_acted(name, 0)
             self.seen.find("dialog", "Settings")
         self.remove("sheet")
@@ -182,7 +185,7 @@ class TreeTest(WindowsCase):
         self.seen.find("dialog", "Hidden")
         self.seen.find("label", "Beware.")
         for press in (lambda: self.seen.find("push button", "OK").press(),
-                      lambda: self.desk.key("Return"), lambda: self.desk.key("Escape")):
+                      lambda: self.press("Return"), lambda: self.press("Escape")):
             press()
             self.assert_acted("warning", 0)
         self.remove("warning")
@@ -190,8 +193,8 @@ class TreeTest(WindowsCase):
 
     def test_closing(self):
         for close, is_told in [
-            (lambda: self.desk.key("Escape"), True),
-            (lambda: self.desk.key("alt+F4"), True),
+            (lambda: self.press("Escape"), True),
+            (lambda: self.press("alt+F4"), True),
             (lambda: self.peer.send("close", window=7), False),
         ]:
             with self.subTest(is_told=is_told):
@@ -238,7 +241,7 @@ class TreeTest(WindowsCase):
 
 class OtherWindowsTest(WindowsCase):
     def test_alerts_are_answered(self):
-        by_key = lambda key: lambda: self.desk.key(key)
+        by_key = lambda key: lambda: self.desk.key(key, window="Kelvane")
         by_press = lambda name: lambda: self.seen.find("push button", name).press()
         self.start()
         for number, (buttons, press, answer) in enumerate([
@@ -296,7 +299,7 @@ class OtherWindowsTest(WindowsCase):
                            version=version, build="45", copyright="© Somebody")
             self.seen.find("label", f"Version {version} (45)")
         self.assertEqual(len(self.seen.windows()), 1)
-        self.desk.key("Escape")
+        self.desk.key("Escape", window="About Kelvane")
         self.peer.wait_for("aboutClosed")
         self.wait_until_gone("dialog", "About Kelvane")
 

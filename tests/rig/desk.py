@@ -69,7 +69,14 @@ class Desk(Fixture):
         moves = ["mousemove", str(x), str(y), "mousemove_relative", "1", "0"]
         self._xdotool(*moves, *(["click", str(button)] if button else []))
 
-    def key(self, *names):
+    def key(self, *names, window=None):
+        """Presses keys; with a `window`'s title, once that has the keyboard.
+
+        What accessibility tells as focused comes earlier than the display's focus.
+        """
+        if window is not None:
+            wait_until(lambda: self._title_in_focus() == window,
+                       lambda: f"the keys to go to “{window}”, not “{self._title_in_focus()}”")
         self._xdotool("key", *names)
 
     def notifications(self):
@@ -149,6 +156,11 @@ class Desk(Fixture):
         self.environment["DBUS_SESSION_BUS_ADDRESS"] = address
         self.bus = Bus(address)
         self.notices = Notices(address)
+
+    def _title_in_focus(self):
+        command = ["xdotool", "getwindowfocus", "getwindowname"]
+        return subprocess.run(command, env=self._x_environment(), capture_output=True,
+                              text=True).stdout.strip()
 
     def _xdotool(self, *words):
         subprocess.run(["xdotool", *words], env=self._x_environment(), check=True)
