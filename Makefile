@@ -2,12 +2,13 @@
 PRESET := release
 BUILD := cmake --preset $(PRESET) && cmake --build --preset $(PRESET)
 
-.PHONY: help run test test-desktops bench lint format golden pictures
+.PHONY: help run test test-desktops fuzz bench lint format golden pictures
 
 help:
 	@echo "make run            install what building needs, build, start kelvane or its demo"
 	@echo "make test           build and run every test but the matrix of desktops"
 	@echo "make test-desktops  build and run the matrix of real desktops"
+	@echo "make fuzz           a hundred times the inputs that make test gives the parsers, and go on later"
 	@echo "make bench          build and measure, also against other programs"
 	@echo "make lint           floors, format, unlisted tests, wording, clang-tidy"
 	@echo "make format         rewrite the sources in the house format"
@@ -22,12 +23,17 @@ run:
 test:
 	scripts/install-dependencies test
 	$(BUILD)
+	scripts/fuzz --build-only
 	scripts/run-tests test
 
 test-desktops:
 	scripts/install-dependencies desktops
 	$(BUILD)
 	scripts/run-tests test-desktops
+
+fuzz:
+	scripts/install-dependencies test
+	scripts/fuzz --runs 2000000 --keep
 
 bench:
 	scripts/install-dependencies peers

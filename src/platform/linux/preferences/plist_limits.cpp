@@ -72,36 +72,60 @@ class BinaryWalk {
     return value;
   }
 
-  std::optional<std::string> visit(std::uint64_t object, int depth) {
-    if (++values_ > kMaximumPlistValues) return "of too many values";
-    // Both factors are bounded first, so the product can't wrap round.
-    if (object >= objectCount_ || object > bytes_.size()) return kDamaged;
-    const auto entry = number(offsetTable_ + object * offsetSize_, offsetSize_);
-    const auto marker = entry ? number(*entry, 1) : std::nullopt;
-    if (!marker) return kDamaged;
-    const bool isDictionary = *marker >> 4 == 0xD;
-    if (!isDictionary && *marker >> 4 != 0xA) return std::nullopt;
-    if (depth >= kMaximumPlistNesting) return kTooDeep;
+  struct Object {
+    unsigned kind = 0;        // the marker's upper half
+    std::uint64_t first = 0;  // where its contents begin
+    std::uint64_t count = 0;  // elements, or characters
+  };
 
-    std::uint64_t first = *entry + 1;
-    std::uint64_t count = *marker & 0xF;
-    if (count == 0xF) {  // the count follows as a number of its own
-      const auto countMarker = number(first, 1);
-      if (!countMarker || *countMarker >> 4 != 0x1) return kDamaged;
-      const std::uint64_t size = std::uint64_t{1} << (*countMarker & 0xF);
-      const auto longCount = number(first + 1, size);
-      if (!longCount || *longCount > bytes_.size()) return kDamaged;
-      count = *longCount;
-      first += 1 + size;
-    }
-    if (isDictionary) count *= 2;  // keys, then values
-    for (std::uint64_t i = 0; i < count; ++i) {
-      const auto child = number(first + i * referenceSize_, referenceSize_);
-      if (!child) return kDamaged;
+  std::optional<Object> object(std::uint64_t index) const {
+    // Both factors are bounded first, so the product can't wrap round.
+    if (index >= objectCount_ || index > bytes_.size()) return std::nullopt;
+    const auto entry = number(offsetTable_ + index * offsetSize_, offsetSize_);
+    const auto marker = entry ? number(*entry, 1) : std::nullopt;
+    if (!marker) return std::nullopt;
+    Object found{static_cast<unsigned>(*marker >> 4), *entry + 1, *marker & 0xF};
+    if (found.count != 0xF || found.kind < kFirstCounted) return found;
+    // The count follows as a number of its own.
+    const auto countMarker = number(found.first, 1);
+    if (!countMarker || *countMarker >> 4 != 0x1) return std::nullopt;
+    const std::uint64_t size = std::uint64_t{1} << (*countMarker & 0xF);
+    const auto longCount = number(found.first + 1, size);
+    if (!longCount || *longCount > bytes_.size()) return std::nullopt;
+    return Object{found.kind, found.first + 1 + size, *longCount};
+  }
+
+  std::optional<std::string> visit(std::uint64_t index, int depth) {
+    if (++values_ > kMaximumPlistValues) return "of too many values";
+    const auto found = object(index);
+    if (!found) return kDamaged;
+    const bool isDictionary = found->kind == kDictionary;
+    if (!isDictionary && found->kind != kArray) return std::nullopt;
+    if (depth >= kMaximumPlistNesting) return kTooDeep;
+    const std::uint64_t keys = isDictionary ? found->count : 0;
+    for (std::uint64_t i = 0; i < keys + found->count; ++i) {
+      const auto child = number(found->first + i * referenceSize_, referenceSize_);
+      if (!child || (i < keys && !isKey(*child))) return kDamaged;
       if (auto refused = visit(*child, depth + 1)) return refused;
     }
     return std::nullopt;
   }
+
+  // A key is a text, and libplist ends the process over one with a zero in it.
+  bool isKey(std::uint64_t index) const {
+    const auto key = object(index);
+    if (!key || (key->kind != kAscii && key->kind != kUtf16)) return false;
+    const std::uint64_t unit = key->kind == kAscii ? 1 : 2;
+    for (std::uint64_t i = 0; i < key->count; ++i)
+      if (number(key->first + i * unit, unit).value_or(0) == 0) return false;
+    return true;
+  }
+
+  static constexpr unsigned kFirstCounted = 0x4;  // kinds below it have no count
+  static constexpr unsigned kAscii = 0x5;
+  static constexpr unsigned kUtf16 = 0x6;
+  static constexpr unsigned kArray = 0xA;
+  static constexpr unsigned kDictionary = 0xD;
 
   std::string_view bytes_;
   std::uint64_t offsetSize_ = 0;
