@@ -4,7 +4,9 @@
 #include <fstream>
 #include <stdexcept>
 
+#include <signal.h>
 #include <stdlib.h>
+#include <sys/prctl.h>
 
 namespace kelvane {
 
@@ -34,9 +36,14 @@ PrivateBus::PrivateBus(const std::string& activatable) {
       << "</busconfig>";
   constexpr auto kPipes = static_cast<GSubprocessFlags>(G_SUBPROCESS_FLAGS_STDOUT_PIPE |
                                                         G_SUBPROCESS_FLAGS_STDERR_SILENCE);
+  const GObjectPtr<GSubprocessLauncher> launcher(g_subprocess_launcher_new(kPipes));
+  // However the test ends, its bus ends with it.
+  g_subprocess_launcher_set_child_setup(
+      launcher.get(), [](gpointer) { prctl(PR_SET_PDEATHSIG, SIGKILL); }, nullptr, nullptr);
   GError* rawError = nullptr;
-  daemon_.reset(g_subprocess_new(kPipes, &rawError, "dbus-daemon", "--nofork", "--print-address",
-                                 "--config-file", configuration.c_str(), nullptr));
+  daemon_.reset(g_subprocess_launcher_spawn(launcher.get(), &rawError, "dbus-daemon", "--nofork",
+                                            "--print-address", "--config-file",
+                                            configuration.c_str(), nullptr));
   const GErrorPtr error(rawError);
   if (!daemon_) throw std::runtime_error(std::string("no message bus: ") + error->message);
   const GObjectPtr<GDataInputStream> output(
