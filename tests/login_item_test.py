@@ -93,7 +93,7 @@ class LoginTest(CommandCase):
         self.assertEqual(meter.spent(before, meter.activity(helper.pid)).switches, 0)
 
     def assert_becomes_kelvane(self, helper, address):
-        """The process is kelvane now, without arguments, on that bus, and ends as it does."""
+        """The process is kelvane now, told of the login, on that bus, and ends as it does."""
         bus = Bus(address)
         self.addCleanup(bus.close)
         wait_until(
@@ -102,7 +102,7 @@ class LoginTest(CommandCase):
         )
         self.assertEqual(pathlib.Path(f"/proc/{helper.pid}/exe").resolve(),
                          pathlib.Path(program()).resolve())
-        self.assertEqual(read(f"/proc/{helper.pid}/cmdline"), "kelvane\0")
+        self.assertEqual(read(f"/proc/{helper.pid}/cmdline"), "kelvane\0--at-login\0")
         quitting = GLib.Variant("(sava{sv})", ("quit", [], {}))
         bus.call(*APPLICATION, "ActivateAction", quitting)
         self.assertEqual(helper.wait(5), 0, self.processes.log("helper"))

@@ -3,6 +3,7 @@
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
+#include <string>
 
 #include "programs/kelvane-autostart-helper/bus_wait.h"
 #include "programs/kelvane/programs.h"
@@ -19,7 +20,8 @@ int main() {
     }
   }
   char name[] = "kelvane";
-  char* const arguments[] = {name, nullptr};
+  std::string atLogin = kelvane::kAtLoginOption;
+  char* const arguments[] = {name, atLogin.data(), nullptr};
   kelvane::becomeProgram(name, arguments);
   return 1;
 }

@@ -105,10 +105,11 @@ struct RenderArguments {
 };
 
 // The resident program reads its options from the environment.
-int becomeResident(const PowerOptions& power, char* name) {
+int becomeResident(const PowerOptions& power, bool isAtLogin, char* name) {
   setenv("KELVANE_POWER_SUPPLY", power.directory.c_str(), 1);
   setenv("KELVANE_UPOWER", power.useUPower ? "yes" : "no", 1);
-  char* const arguments[] = {name, nullptr};
+  std::string atLogin = kAtLoginOption;
+  char* const arguments[] = {name, isAtLogin ? atLogin.data() : nullptr, nullptr};
   becomeProgram("kelvane", arguments);
   return 1;
 }
@@ -134,6 +135,9 @@ int runCommandLine(int argumentCount, char** arguments) {
                       "Read the batteries from DIR in place of /sys/class/power_supply")
           ->type_name("DIR");
   program.add_flag("--no-upower", hasNoUPower, "Leave UPower out");
+
+  bool isAtLogin = false;
+  program.add_flag(kAtLoginOption, isAtLogin)->group("");  // for our own programs only
 
   bool isJson = false;
   CLI::App* status = program.add_subcommand("status", "Print the battery in one line");
@@ -180,7 +184,7 @@ int runCommandLine(int argumentCount, char** arguments) {
   if (*settings) return runSettings(settings->remaining());
   if (*quit) return runQuitCommand();
   if (*demo) return runDemoCommand(demoOptions, std::cout, std::cerr);
-  return becomeResident(power, arguments[0]);
+  return becomeResident(power, isAtLogin, arguments[0]);
 }
 
 }  // namespace kelvane

@@ -1,5 +1,7 @@
-// The resident program. Everything it is told on the command line is the business of another one,
-// so that it stays small in memory for the whole day.
+// The resident program. Everything the user tells it on the command line is the business of another
+// one, so that it stays small in memory for the whole day.
+
+#include <string_view>
 
 #include <malloc.h>
 
@@ -7,7 +9,9 @@
 #include "programs/kelvane/resident.h"
 
 int main(int argumentCount, char** arguments) {
-  if (argumentCount > 1) {
+  const bool isAtLogin =
+      argumentCount == 2 && std::string_view(arguments[1]) == kelvane::kAtLoginOption;
+  if (argumentCount > 1 && !isAtLogin) {
     kelvane::becomeProgram("kelvane-commands", arguments);
     return 1;
   }
@@ -15,5 +19,6 @@ int main(int argumentCount, char** arguments) {
   mallopt(M_ARENA_MAX, 1);
   // Large blocks go back to the system when they are freed; the default grows this limit with use.
   mallopt(M_MMAP_THRESHOLD, 64 * 1024);
-  return kelvane::runResident(kelvane::environmentPowerOptions());
+  return kelvane::runResident(kelvane::environmentPowerOptions(),
+                              isAtLogin ? kelvane::Start::atLogin : kelvane::Start::byHand);
 }

@@ -6,6 +6,9 @@
 
 namespace kelvane {
 
+// By this option of kelvane the login helper says that not the user starts it.
+inline constexpr const char* kAtLoginOption = "--at-login";
+
 // The absolute path of a program of Kelvane: the one of that name beside the running one, else
 // among the installed ones (libexec/kelvane, bin). Empty when there is none.
 std::string programPath(const std::string& name);

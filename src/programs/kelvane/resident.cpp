@@ -15,8 +15,10 @@
 #include "app/app_main.h"
 #include "platform/linux/application/application_service.h"
 #include "platform/linux/application/running_application.h"
+#include "platform/linux/desktop/tray_remedy.h"
 #include "programs/kelvane/intent_service.h"
 #include "programs/kelvane/linux_computer.h"
+#include "programs/kelvane/missing_tray_notice.h"
 #include "programs/kelvane/session_bus.h"
 #include "programs/kelvane/version.h"
 
@@ -70,7 +72,7 @@ PowerOptions environmentPowerOptions() {
   return options;
 }
 
-int runResident(const PowerOptions& power) {
+int runResident(const PowerOptions& power, Start start) {
   const auto bus = connectToSessionBus();
   if (!bus) return 1;
 
@@ -107,6 +109,11 @@ int runResident(const PowerOptions& power) {
   AppMain appMain(computer.platform(), builtInformation());
   application = &appMain;
   appMain.appState();
+  std::optional<MissingTrayNotice> missingTray;
+  if (start == Start::atLogin)
+    missingTray.emplace(runLoop, bus.get(), computer.noticeBoard,
+                        MissingTrayNotice::Questions{
+                            [&] { return computer.statusBar.isItemWanted(); }, trayRemedyHere});
   // The item comes first.
   runLoop.asyncAfter(kItemShown, [&] { computer.preferences.followOtherProcesses(); });
   // By then starting is over, and what it needed is free.

@@ -9,8 +9,11 @@ namespace kelvane {
 // another tree, KELVANE_UPOWER=no leaves UPower out.
 PowerOptions environmentPowerOptions();
 
+enum class Start { byHand, atLogin };
+
 // Answers the exit code: 0 when it was asked to end, the session ended, or it runs already and was
-// opened again; 1 when it could not start or refuses this computer, said on standard error.
-int runResident(const PowerOptions& power);
+// opened again; 1 when it could not start or refuses this computer, said on standard error. Started
+// at login it tells the user when no tray comes.
+int runResident(const PowerOptions& power, Start start);
 
 }  // namespace kelvane

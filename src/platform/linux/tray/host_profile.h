@@ -11,6 +11,10 @@ namespace kelvane {
 
 enum class TrayHost { unknown, xfce, lxqt, mate, waybar, plasma, gnome, cinnamon, swaybar };
 
+// For where nothing tells pixels per point: a picture that a host shrinks is soft, one that it
+// enlarges is blocks.
+inline constexpr double kScaleWhenUnknown = 2;
+
 // Where the colour behind the item comes from.
 enum class BarColor {
   alwaysDark,     // whatever the colour scheme is

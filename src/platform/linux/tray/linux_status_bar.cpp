@@ -12,8 +12,6 @@ namespace {
 // How long a new host waits for the desktop's settings: they answer within a few milliseconds, and
 // what comes later redraws the item.
 constexpr double kLongestWait = 0.015;
-// A picture that a host shrinks is soft, one that it enlarges is blocks.
-constexpr double kScaleWhenUnknown = 2;
 
 std::string sessionBusAddress() {
   const GCharPtr address(g_dbus_address_get_for_bus_sync(G_BUS_TYPE_SESSION, nullptr, nullptr));
@@ -57,6 +55,8 @@ class LinuxStatusBar::Impl {
   bool prefersReducedMotion() const { return settings_ && settings_->prefersReducedMotion(); }
 
   bool isRegistered() const { return item_ && item_->isRegistered(); }
+
+  bool isItemWanted() const { return item_ && item_->isVisible(); }
 
  private:
   void watcherChanged(const Watcher::State& state) {
@@ -128,5 +128,7 @@ std::string LinuxStatusBar::hostName() const { return impl_->hostName(); }
 bool LinuxStatusBar::prefersReducedMotion() const { return impl_->prefersReducedMotion(); }
 
 bool LinuxStatusBar::isRegistered() const { return impl_->isRegistered(); }
+
+bool LinuxStatusBar::isItemWanted() const { return impl_->isItemWanted(); }
 
 }  // namespace kelvane

@@ -57,6 +57,8 @@ class LinuxStatusBar : public StatusBar {
   // whether it has taken the item.
   std::string hostName() const;
   bool isRegistered() const;
+  // The application has an item that it does not hide, whether or not somebody shows it.
+  bool isItemWanted() const;
 
   // The user's wish for less motion, from the desktop's settings; false where nothing says so.
   bool prefersReducedMotion() const;
