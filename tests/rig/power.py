@@ -78,8 +78,9 @@ class Power(Fixture):
     def unplug(self):
         self.set(*supplies.plugged(self.names, False))
 
-    def add(self, name):
-        self._ask("add", name, supplies.attributes(name))
+    def add(self, name, **attributes):
+        """Adds a supply, with other attributes than its name would give it."""
+        self._ask("add", name, {**supplies.attributes(name), **attributes})
         self.names.append(name)
 
     def remove(self, name):

@@ -15,6 +15,7 @@
 #include "platform/linux/preferences/plist_preferences.h"
 #include "programs/kelvane-commands/demo_command.h"
 #include "programs/kelvane-commands/details_command.h"
+#include "programs/kelvane-commands/doctor_command.h"
 #include "programs/kelvane-commands/quit_command.h"
 #include "programs/kelvane-commands/render_command.h"
 #include "programs/kelvane-commands/settings_command.h"
@@ -161,6 +162,10 @@ int runCommandLine(int argumentCount, char** arguments) {
       program.add_subcommand("demo", "Run on a scripted battery and leave pictures of it");
   demo->add_option("--out", demoOptions.folder, "The folder for the pictures")->type_name("DIR");
 
+  CLI::App* doctor = program.add_subcommand(
+      "doctor", "Tell what this desktop offers Kelvane, and what to do about what it lacks");
+  doctor->add_flag("--json", isJson, "As one JSON object");
+
   CLI::App* quit = program.add_subcommand("quit", "End the Kelvane that runs");
 
   try {
@@ -182,6 +187,7 @@ int runCommandLine(int argumentCount, char** arguments) {
   }
   if (*renderCommand) return render.run(power);
   if (*settings) return runSettings(settings->remaining());
+  if (*doctor) return runDoctorCommand(power, isJson, std::cout);
   if (*quit) return runQuitCommand();
   if (*demo) return runDemoCommand(demoOptions, std::cout, std::cerr);
   return becomeResident(power, isAtLogin, arguments[0]);

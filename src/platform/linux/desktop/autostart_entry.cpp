@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <string_view>
+#include <utility>
 
 #include "platform/linux/glib/glib_ptr.h"
 
@@ -60,6 +61,15 @@ std::string text(GKeyFile* file, const char* key) {
   return value ? value.get() : "";
 }
 
+// The program of a command line.
+std::string firstWord(const std::string& command) {
+  char** words = nullptr;
+  if (!g_shell_parse_argv(command.c_str(), nullptr, &words, nullptr)) return "";
+  const std::string first = words[0];
+  g_strfreev(words);
+  return first;
+}
+
 // Absent when the key is missing or holds something else.
 std::optional<bool> flag(GKeyFile* file, const char* key) {
   const std::string value = text(file, key);
@@ -101,21 +111,35 @@ std::string autostartEntry(const std::string& program) {
          "X-GNOME-Autostart-enabled=true\n";
 }
 
-std::optional<bool> isStartedAtLogin(const std::string& entry, const DesktopSession& session) {
+AutostartReading readAutostartEntry(const std::string& entry, const DesktopSession& session) {
   const GKeyFilePtr owner(g_key_file_new());
   GKeyFile* file = owner.get();
-  if (!g_key_file_load_from_data(file, entry.data(), entry.size(), G_KEY_FILE_NONE, nullptr))
-    return std::nullopt;
-  if (!g_key_file_has_group(file, kGroup)) return std::nullopt;
+  if (!g_key_file_load_from_data(file, entry.data(), entry.size(), G_KEY_FILE_NONE, nullptr) ||
+      !g_key_file_has_group(file, kGroup))
+    return {std::nullopt, "it is no desktop entry", ""};
+  AutostartReading reading{false, "", firstWord(text(file, "Exec"))};
+  const auto because = [&](std::string reason) {
+    reading.reason = std::move(reason);
+    return reading;
+  };
   // A hidden entry need not say anything else.
-  if (flag(file, "Hidden").value_or(false)) return false;
-  if (text(file, "Type") != "Application" || text(file, "Exec").empty()) return std::nullopt;
+  if (flag(file, "Hidden").value_or(false)) return because("Hidden=true");
+  if (text(file, "Type") != "Application" || text(file, "Exec").empty()) {
+    reading.isStarted.reset();
+    return because("it does not say what to start");
+  }
   for (const char* key : {"X-GNOME-Autostart-enabled", "X-MATE-Autostart-enabled"})
-    if (!flag(file, key).value_or(true)) return false;
-  if (flag(file, "X-systemd-skip").value_or(false)) return false;
+    if (!flag(file, key).value_or(true)) return because(std::string(key) + "=false");
+  if (flag(file, "X-systemd-skip").value_or(false)) return because("X-systemd-skip=true");
   const std::string needed = text(file, "TryExec");
-  if (!needed.empty() && !session.hasProgram(needed)) return false;
-  return isForDesktop(file, session.desktops);
+  if (!needed.empty() && !session.hasProgram(needed)) return because("TryExec=" + needed);
+  if (!isForDesktop(file, session.desktops)) return because("it is for other desktops");
+  reading.isStarted = true;
+  return reading;
+}
+
+std::optional<bool> isStartedAtLogin(const std::string& entry, const DesktopSession& session) {
+  return readAutostartEntry(entry, session).isStarted;
 }
 
 }  // namespace kelvane

@@ -57,6 +57,27 @@ TEST(AutostartEntry, IsStartedUnlessSomethingSwitchesItOff) {
   EXPECT_EQ(isStartedAtLogin(entry + "OnlyShowIn=GNOME\n", {{}, session().hasProgram}), false);
 }
 
+TEST(AutostartEntry, SaysWhatItStartsOrWhyItDoesNot) {
+  const std::string entry = "[Desktop Entry]\nType=Application\nExec=\"/a b/x\" --y\n";
+  const struct {
+    std::string text, reason, program;
+  } rows[] = {
+      {entry, "", "/a b/x"},
+      {entry + "Hidden=true\n", "Hidden=true", "/a b/x"},
+      {entry + "X-MATE-Autostart-enabled=false\n", "X-MATE-Autostart-enabled=false", "/a b/x"},
+      {entry + "TryExec=/gone\n", "TryExec=/gone", "/a b/x"},
+      {entry + "NotShowIn=GNOME\n", "it is for other desktops", "/a b/x"},
+      {"[Desktop Entry]\nType=Application\n", "it does not say what to start", ""},
+      {"[Desktop Entry]\nType=Application\nExec=\"x\n", "", ""},
+      {"x", "it is no desktop entry", ""},
+  };
+  for (const auto& row : rows) {
+    const AutostartReading reading = readAutostartEntry(row.text, session());
+    EXPECT_EQ(reading.reason, row.reason) << row.text;
+    EXPECT_EQ(reading.program, row.program) << row.text;
+  }
+}
+
 TEST(AutostartEntry, KeepsAnyPathWhole) {
   EXPECT_THAT(autostartEntry("/a b$`\"\\%"), HasSubstr(R"(
 Exec="/a b\\$\\`\\"\\\\%%"

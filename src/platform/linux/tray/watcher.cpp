@@ -3,17 +3,14 @@
 #include <utility>
 
 namespace kelvane {
-namespace {
 
-std::string nameOfProcess(guint32 id) {
+std::string nameOfProcess(std::uint32_t id) {
   char* contents = nullptr;
   const std::string path = "/proc/" + std::to_string(id) + "/comm";
   if (!g_file_get_contents(path.c_str(), &contents, nullptr, nullptr)) return "";
   const GCharPtr owned(contents);
   return g_strchomp(contents);
 }
-
-}  // namespace
 
 Watcher::Watcher(GDBusConnection* bus, Handler handler)
     : bus_(shareObject(bus)),
@@ -24,8 +21,7 @@ void Watcher::ownerChanged(const std::string& owner) {
   question_.reset();
   if (owner.empty()) return tell({});
   question_ = std::make_unique<BusCalls>();
-  // The bus itself answers, so this takes no longer than the rest of the registration. A process in
-  // another container is unknown here and stays so.
+  // The bus itself answers, so this takes no longer than the rest of the registration.
   question_->call(bus_.get(),
                   {"org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus"},
                   "GetConnectionUnixProcessID", g_variant_new("(s)", owner.c_str()), "(u)",

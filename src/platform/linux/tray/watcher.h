@@ -2,6 +2,7 @@
 // name, and which host that is. It waits for signals and never polls. Main thread.
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <string>
@@ -12,6 +13,10 @@
 #include "platform/linux/tray/host_profile.h"
 
 namespace kelvane {
+
+// What a process is called, which is how a host is known; empty when it can't be known. A process
+// in another container is unknown here.
+std::string nameOfProcess(std::uint32_t id);
 
 class Watcher {
  public:
