@@ -65,6 +65,14 @@ class DesktopTest(DeskCase):
         self.desk.start_panel()
         self.assertTrue(kelvane.item(seconds=10).picture())
 
+    def test_the_doctor_finds_the_item_in_the_tray(self):
+        kelvane = self.start_kelvane()
+        kelvane.item()
+        doctor = kelvane.run("doctor")
+        self.assertEqual(doctor.returncode, 0, doctor.stdout)
+        self.assertRegex(doctor.stdout, rf"(?mi)^ok +tray +{HOST} ")
+        self.assertRegex(doctor.stdout, "(?m)^ok +Kelvane +it runs, the tray has its item$")
+
     def pixels_of_the_item(self):
         looks = [self.settled("before")]
         return wait_until(lambda: self.look_at_the_item(looks), "the item on the screen")

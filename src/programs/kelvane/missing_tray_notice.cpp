@@ -37,7 +37,7 @@ void MissingTrayNotice::post() {
   if (std::exchange(isPosted_, true)) return;
   Notice notice{"No tray for the battery",
                 "Kelvane runs, but nothing on this desktop shows its item. " + questions_.remedy() +
-                    " More by: kelvane doctor",
+                    " For more, run: kelvane doctor",
                 "battery"};
   // One that nobody could show yet may still be shown, so only the end of a shown one is the end.
   board_.post(kIdentifier, std::move(notice), [this](NoticeEvent event) {

@@ -197,6 +197,7 @@ TEST_F(LinuxStatusBarTest, HidingIsLeavingTheBus) {
   runUntilIdle();
   EXPECT_EQ(registered.size(), 2U);
   EXPECT_FALSE(bar->isRegistered());
+  EXPECT_FALSE(bar->isItemWanted());
 }
 
 TEST_F(LinuxStatusBarTest, RendersOnceInATurnAndTellsOnlyWhatDiffers) {
@@ -344,6 +345,9 @@ TEST_F(LinuxStatusBarTest, WithoutABusNothingIsShownAndNothingFails) {
   runUntilIdle();
   EXPECT_EQ(drawings, 0);
   EXPECT_FALSE(bar->isRegistered());
+  EXPECT_TRUE(bar->isItemWanted());
+  item.reset();
+  EXPECT_FALSE(bar->isItemWanted());
 }
 
 TEST_F(LinuxStatusBarTest, ShakesAndComesToRest) {

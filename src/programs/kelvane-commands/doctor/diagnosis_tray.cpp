@@ -62,9 +62,12 @@ Finding findingOfTray(const DoctorFacts& facts) {
   const std::string process = tray.process.empty() ? "of unknown name" : tray.process;
   const std::string name = std::string(nameOf(tray.host)) + " (process " + process + ")";
   if (!tray.isAnswering)
-    return {Verdict::problem, "tray",
-            name + " has the name " + Watcher::kName + ", but does not answer as a tray", remedy,
-            true};
+    return {
+        Verdict::problem, "tray",
+        name + " has the name " + Watcher::kName + ", but does not answer as a tray",
+        // The KDE daemon takes the name wherever it runs, but is a tray in its own desktop only.
+        "End that process, if it is of another desktop: it keeps a tray from the name. " + remedy,
+        true};
   if (!tray.showsItems.value_or(true))
     return {Verdict::problem, "tray", name + " collects items, but nothing shows them", remedy,
             true};
