@@ -163,7 +163,7 @@ int runCommandLine(int argumentCount, char** arguments) {
   demo->add_option("--out", demoOptions.folder, "The folder for the pictures")->type_name("DIR");
 
   CLI::App* doctor = program.add_subcommand(
-      "doctor", "Tell what this desktop offers Kelvane, and what to do about what it lacks");
+      "doctor", "Tell what this desktop offers, and what to do about what it lacks");
   doctor->add_flag("--json", isJson, "As one JSON object");
 
   CLI::App* quit = program.add_subcommand("quit", "End the Kelvane that runs");
