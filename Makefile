@@ -2,7 +2,7 @@
 PRESET := release
 BUILD := cmake --preset $(PRESET) && cmake --build --preset $(PRESET)
 
-.PHONY: help run test test-desktops fuzz bench lint format golden pictures
+.PHONY: help run test test-desktops fuzz bench package lint format golden pictures
 
 help:
 	@echo "make run            install what building needs, build, start kelvane or its demo"
@@ -10,7 +10,8 @@ help:
 	@echo "make test-desktops  build and run the matrix of real desktops"
 	@echo "make fuzz           a hundred times the inputs that make test gives the parsers, and go on later"
 	@echo "make bench          build and measure, also against other programs"
-	@echo "make lint           floors, format, unlisted tests, wording, clang-tidy"
+	@echo "make package        build the Debian package and try it"
+	@echo "make lint           floors, format, unlisted tests, wording, installed files, package, clang-tidy"
 	@echo "make format         rewrite the sources in the house format"
 	@echo "make pictures       take the pictures of the documents, of real windows too"
 	@echo "make golden         write the golden pictures and trees anew; look at them before committing"
@@ -40,6 +41,11 @@ bench:
 	$(BUILD)
 	build/$(PRESET)/bench/pieces_bench
 	bench/run
+
+package:
+	scripts/install-dependencies package
+	$(BUILD)
+	scripts/package
 
 lint:
 	scripts/install-dependencies lint
