@@ -15,7 +15,8 @@ _kelvane_values() {
 }
 
 _kelvane() {
-  local program=$1 word=$2 before=$3 command='' after=() values='' index
+  local program=$1 word=${COMP_WORDS[COMP_CWORD]} before=${COMP_WORDS[COMP_CWORD - 1]}
+  local command='' after=() values='' index key
   COMPREPLY=()
   # The command, and the words that follow it.
   for ((index = 1; index < COMP_CWORD; index++)); do
@@ -27,6 +28,10 @@ _kelvane() {
       command=${COMP_WORDS[index]}
     fi
   done
+
+  # bash takes KEY=VALUE for three words, the last of which may not have been begun.
+  key=${COMP_WORDS[COMP_CWORD - 2]-}
+  if [[ $word == = ]]; then key=$before before='=' word=''; fi
 
   case $command:$before in
     *:--power-supply | demo:--out)
@@ -42,16 +47,14 @@ _kelvane() {
     render:--shape) values='wide square' ;;
     render:--bar) values='light dark' ;;
     render:--warning) values='none early final' ;;
-    render:--font) values=$(fc-list : family 2>/dev/null | grep -v '[ ,\\]') ;;
     render:--set)
       compopt -o nospace
       mapfile -t COMPREPLY < <(compgen -S = -W "$(_kelvane_settings "$program")" -- "$word")
       return
       ;;
-    # bash takes KEY=VALUE for three words.
-    render:=) values=$(_kelvane_values "$program" "${COMP_WORDS[COMP_CWORD - 2]}") ;;
-    render:--scale | render:--height | render:--level | render:--estimate) return ;;
-    render:--minutes-until-full) return ;;
+    render:=) values=$(_kelvane_values "$program" "$key") ;;
+    render:--scale | render:--height | render:--font | render:--level) return ;;
+    render:--estimate | render:--minutes-until-full) return ;;
     settings:*)
       case ${#after[@]}:${after[0]-} in
         0:*) values='list get set --help' ;;
@@ -68,7 +71,6 @@ _kelvane() {
               --estimate --minutes-until-full --warning --help --power-supply --no-upower'
       ;;
   esac
-  [[ $command == render && $word == '=' ]] && word=
   mapfile -t COMPREPLY < <(compgen -W "$values" -- "$word")
 }
 complete -F _kelvane kelvane

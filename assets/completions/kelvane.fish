@@ -17,13 +17,11 @@ function __kelvane_values
     end
 end
 
-# Whether what is being written comes this many words after `settings`, and after this word.
-function __kelvane_setting_word -a count action
+# Whether the words from `settings` on, before what is being written, are as the pattern says.
+function __kelvane_follows -a pattern
     set -l words (commandline -opc)
-    set -l at (contains -i settings $words)
-    or return
-    test (math (count $words) - $at) = $count
-    and contains -- "$words[(math $at + 1)]" (string split ' ' -- $action) ''
+    set -l at (contains -i -- settings $words)
+    and string match -qr -- "^$pattern\$" "$words[$at..-1]"
 end
 
 set -l commands status details render settings demo quit
@@ -45,9 +43,9 @@ complete -c kelvane -n '__fish_seen_subcommand_from status details' -l json -d '
 complete -c kelvane -n '__fish_seen_subcommand_from demo' -l out -x \
     -a '(__fish_complete_directories)' -d 'Folder for the pictures'
 
-complete -c kelvane -n '__kelvane_setting_word 0 ""' -a 'list get set'
-complete -c kelvane -n '__kelvane_setting_word 1 "get set"' -a '(__kelvane_settings)'
-complete -c kelvane -n '__kelvane_setting_word 2 set' -a '(__kelvane_values)'
+complete -c kelvane -n '__kelvane_follows settings' -a 'list get set'
+complete -c kelvane -n "__kelvane_follows 'settings (get|set)'" -a '(__kelvane_settings)'
+complete -c kelvane -n "__kelvane_follows 'settings set \S+'" -a '(__kelvane_values)'
 
 set -l render '__fish_seen_subcommand_from render'
 complete -c kelvane -n $render -l out -r -F -d 'The PNG file to write'
