@@ -30,6 +30,7 @@ PROGRAMS = {
     *(f"libexec/kelvane/kelvane-{name}" for name in ("autostart-helper", "commands", "windows")),
 }
 ICON_SIZES = (16, 22, 24, 32, 48, 64, 128, 256)
+SCRIPT = "share/doc/kelvane/examples/i3status-kelvane"
 FILES = {
     "lib/systemd/user/kelvane.service",
     f"share/applications/{IDENTIFIER}.desktop",
@@ -37,6 +38,8 @@ FILES = {
     f"share/dbus-1/services/{IDENTIFIER}.service",
     "share/fish/vendor_completions.d/kelvane.fish",
     *(f"share/icons/hicolor/{n}x{n}/apps/{IDENTIFIER}.png" for n in ICON_SIZES),
+    *(f"share/doc/kelvane/examples/{name}"
+      for name in ("i3status.conf", "waybar.css", "waybar.jsonc")),
     f"share/icons/hicolor/scalable/apps/{IDENTIFIER}.svg",
     f"share/icons/hicolor/symbolic/apps/{IDENTIFIER}-symbolic.svg",
     "share/man/man1/kelvane.1",
@@ -77,7 +80,8 @@ class InstallTest(CommandCase):
             str(file.relative_to(self.prefix)): stat.S_IMODE(file.stat().st_mode)
             for file in self.prefix.rglob("*") if file.is_file()
         }
-        self.assertEqual(modes, {**dict.fromkeys(PROGRAMS, 0o755), **dict.fromkeys(FILES, 0o644)})
+        expected = {**dict.fromkeys({*PROGRAMS, SCRIPT}, 0o755), **dict.fromkeys(FILES, 0o644)}
+        self.assertEqual(modes, expected)
 
     def test_libraries_are_found_the_usual_way(self):
         for name in sorted(PROGRAMS):
