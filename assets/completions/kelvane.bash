@@ -62,8 +62,8 @@ _kelvane() {
         2:set) values=$(_kelvane_values "$program" "${after[1]}") ;;
       esac
       ;;
-    :*) values='status details render settings demo quit --help --version --power-supply --no-upower' ;;
-    status:* | details:*) values='--json --help --power-supply --no-upower' ;;
+    :*) values='status details render settings doctor demo quit --help --version --power-supply --no-upower' ;;
+    status:* | details:* | doctor:*) values='--json --help --power-supply --no-upower' ;;
     demo:*) values='--out --help' ;;
     quit:*) values='--help' ;;
     render:*)

@@ -24,13 +24,14 @@ function __kelvane_follows -a pattern
     and string match -qr -- "^$pattern\$" "$words[$at..-1]"
 end
 
-set -l commands status details render settings demo quit
+set -l commands status details render settings doctor demo quit
 set -l first "not __fish_seen_subcommand_from $commands"
 complete -c kelvane -f
 complete -c kelvane -n $first -a status -d 'Print the battery in one line'
 complete -c kelvane -n $first -a details -d "Print the battery's details"
 complete -c kelvane -n $first -a render -d 'Write the item as a PNG file'
 complete -c kelvane -n $first -a settings -d 'List, get or set settings'
+complete -c kelvane -n $first -a doctor -d 'Tell what this desktop lacks, and what to do about it'
 complete -c kelvane -n $first -a demo -d 'Run on a scripted battery and leave pictures of it'
 complete -c kelvane -n $first -a quit -d 'End the Kelvane that runs'
 complete -c kelvane -n $first -l version -d 'Print the version'
@@ -39,7 +40,7 @@ complete -c kelvane -n 'not __fish_seen_subcommand_from settings demo quit' -l n
 complete -c kelvane -n 'not __fish_seen_subcommand_from settings demo quit' -l power-supply -x \
     -a '(__fish_complete_directories)' -d 'Read the batteries from another folder'
 
-complete -c kelvane -n '__fish_seen_subcommand_from status details' -l json -d 'As JSON'
+complete -c kelvane -n '__fish_seen_subcommand_from status details doctor' -l json -d 'As JSON'
 complete -c kelvane -n '__fish_seen_subcommand_from demo' -l out -x \
     -a '(__fish_complete_directories)' -d 'Folder for the pictures'
 
