@@ -57,6 +57,14 @@ class StatusTest(CommandCase):
         self.assertIn(status["percentage"], (None, *range(101)))
 
 
+    def test_without_a_battery_a_bar_gets_nothing_to_show(self):
+        empty = self.directory / "empty"
+        empty.mkdir()
+        source = ("--no-upower", "--power-supply", str(empty))
+        done = self.run_kelvane(*source, "status", "--json", code=1)
+        self.assertEqual((done.stdout, done.stderr), ("", "kelvane: this computer has no battery\n"))
+
+
 class RenderTest(CommandCase):
     def test_size_follows_shape_and_scale(self):
         sizes = {}

@@ -178,7 +178,7 @@ int runCommandLine(int argumentCount, char** arguments) {
   }
   if (hasNoUPower) power.useUPower = false;
 
-  if (*status) return runStatusCommand(power, isJson, std::cout);
+  if (*status) return runStatusCommand(power, isJson, std::cout, std::cerr);
   if (*details) {
     detailsOptions.power = power;
     // The one that runs may have another source than the one that is wanted.

@@ -8,6 +8,7 @@
 #include <nlohmann/json.hpp>
 
 #include "battery/battery.h"
+#include "battery/has_battery.h"
 #include "menu/tq_menu.h"
 #include "menubar/item_text.h"
 #include "platform/linux/desktop/linux_system_info.h"
@@ -61,8 +62,13 @@ std::string jsonOf(const StatusLine& line) {
   return json.dump(-1, ' ', false, nlohmann::json::error_handler_t::replace);
 }
 
-int runStatusCommand(const PowerOptions& power, bool asJson, std::ostream& out) {
+int runStatusCommand(const PowerOptions& power, bool asJson, std::ostream& out,
+                     std::ostream& errors) {
   PowerReading reading(power);
+  if (!hasBattery(reading.powerSources)) {
+    errors << "kelvane: this computer has no battery" << std::endl;
+    return 1;
+  }
   PlistPreferences preferences;
   const SettingsKeys settings(preferences);
   const Battery battery(reading.registry, reading.powerSources, reading.loop);

@@ -25,7 +25,9 @@ StatusLine makeStatusLine(const ItemContext& item, const BatteryMenuContext& men
 // {"text","tooltip","class","percentage"} on one line, as Waybar and i3status read it.
 std::string jsonOf(const StatusLine& line);
 
-// Prints the text, or the whole as JSON. Answers the exit code: 0.
-int runStatusCommand(const PowerOptions& power, bool asJson, std::ostream& out);
+// Prints the text, or the whole as JSON. Answers the exit code: 0, or 1 where there is no battery,
+// with nothing but a line on `errors`, so that bars show nothing.
+int runStatusCommand(const PowerOptions& power, bool asJson, std::ostream& out,
+                     std::ostream& errors);
 
 }  // namespace kelvane
