@@ -18,6 +18,21 @@ separator { background-color: alpha(currentColor, 0.15); }
 .about-name { font-weight: bold; font-size: 150%; }
 .about-copyright { font-size: 85%; margin-top: 6px; }
 window.note { border: 1px solid alpha(currentColor, 0.25); }
+window.menu, window.menu > scrolledwindow { background: none; }
+.menu-lines {
+  background-color: mix(@theme_bg_color, @theme_base_color, 0.5);
+  border: 1px solid alpha(currentColor, 0.2);
+  padding: 5px;
+}
+.rounded .menu-lines { border-radius: 9px; }
+.menu-lines separator { margin: 5px 12px; }
+.menu-lines .submenu { margin-left: 16px; }
+menuline { padding: 4px 12px; border-radius: 5px; }
+menuline:focus { background-color: @theme_selected_bg_color; color: @theme_selected_fg_color; }
+/* Told, not offered, but meant to be read. */
+menuline:disabled label { color: inherit; opacity: 0.7; }
+.menu-keys, menuline image { opacity: 0.6; }
+menuline:focus .menu-keys, menuline:focus image { opacity: 0.9; }
 window.note.animated > label { animation: note-appears 150ms ease-out; }
 @keyframes note-appears { from { opacity: 0; } to { opacity: 1; } }
 )";

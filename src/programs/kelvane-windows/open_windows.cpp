@@ -99,6 +99,28 @@ void OpenWindows::handle(const ActivateWindows& request) {
 
 void OpenWindows::handle(const DarkChanged& request) { setDark(request.isDark); }
 
+void OpenWindows::handle(const ShowMenu& request) {
+  retireMenu();
+  ShowMenu menu = request;
+  menu.lines = texts_.of(std::move(menu.lines));
+  menuNumber_ = menu.menu;
+  menu_ = std::make_unique<MenuWindow>(
+      menu, MenuWindow::Events{[this](std::uint32_t line) {
+                                 retireMenu();
+                                 tell_(MenuChosen{menuNumber_, line});
+                               },
+                               [this](bool isElsewhere) {
+                                 retireMenu();
+                                 tell_(MenuClosed{menuNumber_, isElsewhere});
+                               }});
+  token_ = menu.token;
+  menu_->popUp([this](Gtk::Window& window) { present(window); });
+}
+
+void OpenWindows::handle(const CloseMenu& request) {
+  if (request.menu == menuNumber_) retireMenu();
+}
+
 void OpenWindows::present(Gtk::Window& window) {
   if (!token_.empty()) window.set_startup_id(std::exchange(token_, ""));
   presentInFront(window.gobj());
@@ -112,6 +134,12 @@ void OpenWindows::retire(std::unique_ptr<Gtk::Window> window) {
       retired_.clear();
       return false;
     });
+}
+
+void OpenWindows::retireMenu() {
+  if (!menu_) return;
+  menu_->release();
+  retire(std::move(menu_));
 }
 
 template <typename W>

@@ -14,6 +14,7 @@
 #include "platform/linux/windows/window_protocol.h"
 #include "programs/kelvane-windows/about_window.h"
 #include "programs/kelvane-windows/alert_window.h"
+#include "programs/kelvane-windows/menu_window.h"
 #include "programs/kelvane-windows/note_window.h"
 #include "programs/kelvane-windows/shown_texts.h"
 #include "programs/kelvane-windows/tree_window.h"
@@ -41,6 +42,8 @@ class OpenWindows {
   void handle(const ClosePopover& request);
   void handle(const ActivateWindows& request);
   void handle(const DarkChanged& request);
+  void handle(const ShowMenu& request);
+  void handle(const CloseMenu& request);
 
  private:
   // In front of the others, with the token if there is one.
@@ -49,6 +52,7 @@ class OpenWindows {
   void retire(std::unique_ptr<Gtk::Window> window);
   template <typename W>
   void retire(std::map<std::uint32_t, std::unique_ptr<W>>& windows, std::uint32_t number);
+  void retireMenu();
 
   std::function<void(const WindowEvent&)> tell_;
   ShownTexts texts_;
@@ -57,6 +61,8 @@ class OpenWindows {
   std::map<std::uint32_t, std::unique_ptr<AlertWindow>> alerts_;
   std::map<std::uint32_t, std::unique_ptr<NoteWindow>> notes_;
   std::unique_ptr<AboutWindow> about_;
+  std::unique_ptr<MenuWindow> menu_;
+  std::uint32_t menuNumber_ = 0;
   std::vector<std::unique_ptr<Gtk::Window>> retired_;
   sigc::connection burial_;
 };

@@ -46,4 +46,14 @@ std::vector<ViewStep> ShownTexts::of(std::vector<ViewStep> steps) {
   return steps;
 }
 
+std::vector<ShownLine> ShownTexts::of(std::vector<ShownLine> lines) {
+  for (ShownLine& line : lines) {
+    line.title = of(std::move(line.title));
+    if (line.attributedTitle)
+      for (TextRun& run : line.attributedTitle->runs) run.text = of(std::move(run.text));
+    line.submenu = of(std::move(line.submenu));
+  }
+  return lines;
+}
+
 }  // namespace kelvane

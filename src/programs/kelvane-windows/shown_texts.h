@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "platform/linux/windows/window_protocol.h"
 #include "platform/view_tree.h"
 
 namespace kelvane {
@@ -15,6 +16,7 @@ class ShownTexts {
   std::string of(std::string text);
   ViewNode of(ViewNode node);
   std::vector<ViewStep> of(std::vector<ViewStep> steps);
+  std::vector<ShownLine> of(std::vector<ShownLine> lines);
 
  private:
   std::optional<bool> isCovered_;  // once it was asked for

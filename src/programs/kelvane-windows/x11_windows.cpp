@@ -26,19 +26,27 @@ Display* displayOf(GdkSurface* surface) {
   return gdk_x11_display_get_xdisplay(gdk_surface_get_display(surface));
 }
 
-// The monitor that a point of the root window is on, in the toolkit's pixels.
-GdkRectangle monitorAt(GdkSurface* surface, const Point& point) {
+// Of the monitor that a point of the root window is on, in the toolkit's pixels: all of it, and
+// what panels leave of it.
+struct MonitorArea {
+  GdkRectangle whole{};
+  GdkRectangle free{};
+};
+MonitorArea monitorAt(GdkSurface* surface, const Point& point) {
   GListModel* monitors = gdk_display_get_monitors(gdk_surface_get_display(surface));
-  GdkRectangle found{};
+  MonitorArea found;
   const guint count = g_list_model_get_n_items(monitors);
   for (guint i = 0; i < count; ++i) {
     auto* monitor = static_cast<GdkMonitor*>(g_list_model_get_item(monitors, i));
     GdkRectangle area;
     gdk_monitor_get_geometry(monitor, &area);
-    g_object_unref(monitor);
     const bool isOn = point.x >= area.x && point.x < area.x + area.width && point.y >= area.y &&
                       point.y < area.y + area.height;
-    if (i == 0 || isOn) found = area;
+    if (i == 0 || isOn) {
+      found.whole = area;
+      gdk_x11_monitor_get_workarea(monitor, &found.free);
+    }
+    g_object_unref(monitor);
     if (isOn) break;
   }
   return found;
@@ -75,6 +83,22 @@ void keepAbove(GtkWindow* window) {
              SubstructureRedirectMask | SubstructureNotifyMask, &event);
 }
 
+Point popupPlace(GdkSurface* surface, const Point& anchor, const Size& size) {
+  const auto [whole, free] = monitorAt(surface, anchor);
+  const double right = free.x + free.width - size.width;
+  const double bottom = free.y + free.height - size.height;
+  const bool isBesideColumn = anchor.x < free.x || anchor.x >= free.x + free.width;
+  const bool isBesideRow = anchor.y < free.y || anchor.y >= free.y + free.height;
+  Point at = anchor;
+  if (!isBesideColumn && !isBesideRow) {
+    const bool isBelow = anchor.y < whole.y + whole.height / 2.0;
+    at.y = isBelow ? anchor.y + kGap : anchor.y - kGap - size.height;
+  }
+  // On a panel this is its edge. What is too large keeps its beginning.
+  return {std::max<double>(std::min(at.x, right), free.x),
+          std::max<double>(std::min(at.y, bottom), free.y)};
+}
+
 void placeNear(GtkWindow* window, const Point& anchor) {
   gtk_widget_realize(GTK_WIDGET(window));
   GdkSurface* surface = surfaceOf(window);
@@ -82,7 +106,7 @@ void placeNear(GtkWindow* window, const Point& anchor) {
   const int scale = gdk_surface_get_scale_factor(surface);
   const Point point = {std::clamp(anchor.x, -kFarthest, kFarthest) / scale,
                        std::clamp(anchor.y, -kFarthest, kFarthest) / scale};
-  const GdkRectangle area = monitorAt(surface, point);
+  const GdkRectangle area = monitorAt(surface, point).whole;
   GtkRequisition size;
   gtk_widget_get_preferred_size(GTK_WIDGET(window), nullptr, &size);
 

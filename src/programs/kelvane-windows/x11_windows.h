@@ -16,6 +16,11 @@ void presentInFront(GtkWindow* window);
 // Keeps a mapped window above the others.
 void keepAbove(GtkWindow* window);
 
+// Where a popup of this size belongs that was asked for at `anchor`, all in the toolkit's pixels:
+// beside the panel that the anchor is on, else below or above the anchor, and wholly on the
+// monitor.
+Point popupPlace(GdkSurface* surface, const Point& anchor, const Size& size);
+
 // Makes a window, before it is first shown, one that no window manager moves, frames or lists, near
 // `anchor`: pixels of the root window, y downwards. Below it, or above it in the lower half of the
 // screen, and as far to the side as it must be to be seen whole.

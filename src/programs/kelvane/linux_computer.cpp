@@ -13,7 +13,11 @@ namespace {
 TrayOptions trayOptions(LinuxComputer& computer, GDBusConnection* sessionBus) {
   TrayOptions options;
   options.sessionBus = sessionBus;
-  options.activated = [&computer](std::optional<Point> where) { computer.itemPlace = where; };
+  options.activated = [&computer](Menu* menu, std::optional<Point> where) {
+    computer.itemPlace = where;
+    if (menu) computer.windows.toggleMenu(*menu, where);
+  };
+  options.menuRemoved = [&computer] { computer.windows.closeMenu(); };
   options.activationToken = [&computer](const std::string& token) {
     computer.windows.setActivationToken(token);
   };

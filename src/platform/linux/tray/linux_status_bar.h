@@ -28,9 +28,11 @@ struct TrayOptions {
   // The address the item connects to; empty: that of the session bus.
   std::string busAddress;
 
-  // The user clicked the item and the host left it to us: where to open the menu, in pixels of the
-  // root window, when the host says so. Runs on the main queue.
-  std::function<void(std::optional<Point> where)> activated;
+  // The user clicked the item and the host left it to us: its menu is to be shown, if it has one,
+  // at `where`, in pixels of the root window, when the host says so. Runs on the main queue.
+  std::function<void(Menu* menu, std::optional<Point> where)> activated;
+  // The menu is no longer the item's and may go at any time.
+  std::function<void()> menuRemoved;
   // A token that lets the window opened next take the focus; comes before `activated`.
   std::function<void(const std::string& token)> activationToken;
   // The desktop wants dark windows, light ones, or has no preference; called when that is first

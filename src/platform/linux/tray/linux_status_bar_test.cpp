@@ -262,10 +262,13 @@ TEST_F(LinuxStatusBarTest, TheToolTipIsTheLatestHoverView) {
 
 TEST_F(LinuxStatusBarTest, GnomeGetsALabelAndAllOthersALeftClick) {
   std::vector<std::string> clicks;
+  bool hasMenu = true;
   options.activationToken = [&](const std::string& token) { clicks.push_back("token " + token); };
-  options.activated = [&](std::optional<Point> where) {
+  options.activated = [&](Menu* shown, std::optional<Point> where) {
+    EXPECT_EQ(shown, hasMenu ? &menu : nullptr);
     clicks.push_back(where ? "at " + std::to_string(static_cast<int>(where->x)) : "somewhere");
   };
+  options.menuRemoved = [&] { clicks.push_back("no menu"); };
   const ProcessName gnome("gnome-shell");
   std::vector<Slot> slots;
   auto host1 = watcher();
@@ -301,6 +304,16 @@ TEST_F(LinuxStatusBarTest, GnomeGetsALabelAndAllOthersALeftClick) {
   callItem("ContextMenu", g_variant_new("(ii)", 0, 25));
   ASSERT_TRUE(runUntil([&] { return clicks.size() == 3; }));
   EXPECT_EQ(clicks.back(), "somewhere");
+  item->setMenu(&menu);
+  EXPECT_EQ(clicks.size(), 3U);
+  hasMenu = false;
+  item->setMenu(nullptr);
+  callItem("Activate", g_variant_new("(ii)", 0, 25));
+  ASSERT_TRUE(runUntil([&] { return clicks.size() == 5; }));
+  EXPECT_EQ(clicks[3], "no menu");
+  item->setMenu(&menu);
+  item.reset();
+  EXPECT_EQ(clicks.size(), 6U) << "the menu may go before the item is gone";
 }
 
 TEST_F(LinuxStatusBarTest, TellsAppearanceOnceAtRegistrationAndWhenItChanges) {

@@ -48,7 +48,10 @@ LinuxStatusItem::LinuxStatusItem(RunLoopQueue& loop, FontFaces& fonts, const Tra
   flushLater();
 }
 
-LinuxStatusItem::~LinuxStatusItem() { destroyed_(); }
+LinuxStatusItem::~LinuxStatusItem() {
+  removeMenu();
+  destroyed_();
+}
 
 void LinuxStatusItem::hostChanged(const TraySurroundings& surroundings) {
   mustRegister_ = surroundings.hasHost;
@@ -103,6 +106,16 @@ void LinuxStatusItem::setAttributedTitle(const AttributedText& title) {
 void LinuxStatusItem::setImage(std::optional<Image> image) {
   content_.image = std::move(image);
   contentChanged();
+}
+
+void LinuxStatusItem::setMenu(Menu* menu) {
+  if (menu != attachedMenu_) removeMenu();
+  attachedMenu_ = menu;
+  menu_.setMenu(menu);
+}
+
+void LinuxStatusItem::removeMenu() {
+  if (std::exchange(attachedMenu_, nullptr) && options_.menuRemoved) options_.menuRemoved();
 }
 
 void LinuxStatusItem::addHoverView(HoverView view) {
@@ -203,8 +216,9 @@ void LinuxStatusItem::activate(Point where) {
     isActivationWaiting_ = false;
     clickObservers_.notify();
     if (alive.expired() || !options_.activated) return;
-    options_.activated(surroundings_.profile.givesRootCoordinates ? std::optional(where)
-                                                                  : std::nullopt);
+    options_.activated(attachedMenu_, surroundings_.profile.givesRootCoordinates
+                                          ? std::optional(where)
+                                          : std::nullopt);
   });
 }
 

@@ -53,7 +53,7 @@ class LinuxStatusItem : public StatusItem {
   void setTitle(const std::string& title) override;
   void setAttributedTitle(const AttributedText& title) override;
   void setImage(std::optional<Image> image) override;
-  void setMenu(Menu* menu) override { menu_.setMenu(menu); }
+  void setMenu(Menu* menu) override;
   void addHoverView(HoverView view) override;
   void shake(const std::vector<double>& offsets, double seconds) override;
   std::unique_ptr<StatusItemObservation> observeClicks(std::function<void()> callback) override;
@@ -70,6 +70,7 @@ class LinuxStatusItem : public StatusItem {
   void renderContent();
   std::string forOthers(std::string text) const;
   void activate(Point where);
+  void removeMenu();
 
   RunLoopQueue& loop_;
   FontFaces& fonts_;
@@ -77,6 +78,7 @@ class LinuxStatusItem : public StatusItem {
   TraySurroundings surroundings_;
   std::function<void()> destroyed_;
   DbusMenu menu_;
+  Menu* attachedMenu_ = nullptr;
   StatusNotifierItem item_;
 
   bool isVisible_ = true;

@@ -13,7 +13,9 @@
 #include "platform/geometry.h"
 #include "platform/linux/notifications/notice_board.h"
 #include "platform/linux/notifications/notice_windows.h"
+#include "platform/linux/windows/open_menu.h"
 #include "platform/linux/windows/window_program.h"
+#include "platform/menu.h"
 #include "platform/portable/run_loop_queue.h"
 #include "platform/windows.h"
 
@@ -55,6 +57,14 @@ class LinuxWindows : public Windows {
   [[nodiscard]] std::unique_ptr<PopoverHandle> showPopover(const PopoverContent& content,
                                                            std::function<void()> closed) override;
 
+  // The user clicked the item: opens its menu near `anchor`, as in `WindowOptions::itemPlace`, or
+  // closes it when it is open, or was until this click. Behind a modal alert it stays closed, and
+  // the alert comes to the front. Where no window can be shown nothing happens, which is said once
+  // on standard error. What is chosen runs on the main queue, after the menu has closed.
+  void toggleMenu(Menu& menu, std::optional<Point> anchor);
+  // Nothing when it is not open.
+  void closeMenu();
+
  private:
   class AlertByNumber;
   class WindowByNumber;
@@ -89,6 +99,7 @@ class LinuxWindows : public Windows {
   void showAsNotice(std::uint32_t number);
   void closePopover(std::uint32_t number);
   void endPopover(std::uint32_t number);
+  void endMenu(std::uint32_t number, const std::function<void()>& action);
 
   RunLoopQueue& loop_;
   NoticeBoard& board_;
@@ -97,11 +108,14 @@ class LinuxWindows : public Windows {
   std::optional<bool> isDark_;
   std::string token_;
 
-  std::uint32_t last_ = 0;  // number given to an alert, a window or a popover
+  std::uint32_t last_ = 0;  // number given to an alert, a window, a popover or a menu
   std::map<std::uint32_t, OpenAlert> alerts_;
   std::map<std::uint32_t, ViewWindowEvents> windows_;
   std::map<std::uint32_t, Popover> popovers_;
   std::optional<ApplicationInformation> about_;  // in the open panel
+  std::unique_ptr<OpenMenu> menu_;
+  std::unique_ptr<Timer> menuJustClosed_;  // by the user's turning elsewhere
+  bool hasSaidNoMenu_ = false;
 
   std::unique_ptr<WindowProgram> program_;
   // Jobs on the main queue find out that this is gone.

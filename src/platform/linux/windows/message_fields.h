@@ -34,6 +34,10 @@ constexpr auto namesOf(ViewStep::Kind) {
 constexpr auto namesOf(PathStep::Kind) {
   return std::to_array<const char*>({"move", "line", "curve", "close"});
 }
+constexpr auto namesOf(MenuLine::Kind) {
+  return std::to_array<const char*>({"item", "separator", "placeholder"});
+}
+constexpr auto namesOf(FontWeight) { return std::to_array<const char*>({"regular", "medium"}); }
 constexpr auto namesOf(AlertStyle) {
   return std::to_array<const char*>({"warning", "informational", "critical"});
 }
@@ -92,6 +96,36 @@ void describe(Visitor& visit, Is<Picture> auto& picture) {
   visit("size", picture.size);
   visit("layers", picture.layers);
   visit.orElse("isTemplate", picture.isTemplate, true);
+}
+
+template <typename Visitor>
+void describe(Visitor& visit, Is<TextRun> auto& run) {
+  visit("text", run.text);
+  visit.orElse("fontSize", run.fontSize);
+  visit.orElse("weight", run.weight);
+  visit.orElse("color", run.color);
+}
+template <typename Visitor>
+void describe(Visitor& visit, Is<AttributedText> auto& text) {
+  visit("runs", text.runs);
+}
+
+template <typename Visitor>
+void describe(Visitor& visit, Is<KeyEquivalent> auto& equivalent) {
+  visit.orElse("key", equivalent.key);
+  visit.orElse("command", equivalent.command);
+  visit.orElse("option", equivalent.option);
+}
+template <typename Visitor>
+void describe(Visitor& visit, Is<ShownLine> auto& line) {
+  visit("line", line.line);
+  visit.orElse("kind", line.kind);
+  visit.orElse("title", line.title);
+  visit.orElse("attributedTitle", line.attributedTitle);
+  visit.orElse("isEnabled", line.isEnabled, true);
+  visit.orElse("keyEquivalent", line.keyEquivalent);
+  visit.orElse("isAlternate", line.isAlternate);
+  visit.orElse("submenu", line.submenu);
 }
 
 template <typename Visitor>
@@ -166,6 +200,18 @@ void describe(Visitor& visit, Is<DarkChanged> auto& message) {
 }
 
 template <typename Visitor>
+void describe(Visitor& visit, Is<ShowMenu> auto& message) {
+  visit("menu", message.menu);
+  visit("lines", message.lines);
+  visit.orElse("anchor", message.anchor);
+  visit.orElse("token", message.token);
+}
+template <typename Visitor>
+void describe(Visitor& visit, Is<CloseMenu> auto& message) {
+  visit("menu", message.menu);
+}
+
+template <typename Visitor>
 void describe(Visitor& visit, Is<NodeActed> auto& message) {
   visit("window", message.window);
   visit("action", message.action);
@@ -191,15 +237,26 @@ template <typename Visitor>
 void describe(Visitor& visit, Is<PopoverRefused> auto& message) {
   visit("popover", message.popover);
 }
+template <typename Visitor>
+void describe(Visitor& visit, Is<MenuChosen> auto& message) {
+  visit("menu", message.menu);
+  visit("line", message.line);
+}
+template <typename Visitor>
+void describe(Visitor& visit, Is<MenuClosed> auto& message) {
+  visit("menu", message.menu);
+  visit.orElse("isElsewhere", message.isElsewhere);
+}
 
 // The "kind" of each alternative, in the variant's order.
 constexpr auto kindsOf(const WindowRequest&) {
   return std::to_array<const char*>({"open", "apply", "close", "front", "alert", "abortAlert",
-                                     "about", "popover", "closePopover", "activate", "dark"});
+                                     "about", "popover", "closePopover", "activate", "dark", "menu",
+                                     "closeMenu"});
 }
 constexpr auto kindsOf(const WindowEvent&) {
-  return std::to_array<const char*>(
-      {"acted", "closed", "answered", "aboutClosed", "popoverClosed", "popoverRefused"});
+  return std::to_array<const char*>({"acted", "closed", "answered", "aboutClosed", "popoverClosed",
+                                     "popoverRefused", "menuChosen", "menuClosed"});
 }
 
 }  // namespace kelvane

@@ -3,8 +3,9 @@
 //
 // UTF-8, one JSON object a line, at most `kMaximumLine` bytes with its end. The first line each way
 // is a greeting, sent without waiting for the other one. Then the resident sends requests, and the
-// window program events. Windows, alerts and popovers have numbers of the resident's choosing,
-// which are never used again; what names a number that is gone is ignored, for the two cross.
+// window program events. Windows, alerts, popovers and menus have numbers of the resident's
+// choosing, which are never used again; what names a number that is gone is ignored, for the two
+// cross.
 //
 // The window program stays, windows or not, until it reads the end of the stream: only the resident
 // knows that it has asked for nothing more. It then ends with status 0, as there is nothing to
@@ -24,6 +25,8 @@
 
 #include "platform/application_information.h"
 #include "platform/geometry.h"
+#include "platform/menu.h"
+#include "platform/text.h"
 #include "platform/view_tree.h"
 #include "platform/windows.h"
 
@@ -88,6 +91,31 @@ struct ShowPopover {
 struct ClosePopover {  // has no answer
   std::uint32_t popover = 0;
 };
+// A line of a menu, as in `MenuLine`.
+struct ShownLine {
+  std::uint32_t line = 0;  // a number of its own among all lines of the menu
+  MenuLine::Kind kind = MenuLine::Kind::item;
+  std::string title;
+  std::optional<AttributedText> attributedTitle;
+  bool isEnabled = true;
+  KeyEquivalent keyEquivalent;
+  bool isAlternate = false;
+  std::vector<ShownLine> submenu;  // empty: it has none
+  bool operator==(const ShownLine&) const = default;
+};
+// Answered by one `MenuChosen` or `MenuClosed`, unless the resident closes it. One menu at a time;
+// a second one takes the place of the first, which then has no answer. It gets the keyboard.
+struct ShowMenu {
+  std::uint32_t menu = 0;
+  std::vector<ShownLine> lines;
+  // In the item, pixels of the root window, y downwards; absent: at the pointer. Where windows
+  // can't be placed it is not looked at.
+  std::optional<Point> anchor;
+  std::string token;  // as in `ActivateWindows`
+};
+struct CloseMenu {  // has no answer
+  std::uint32_t menu = 0;
+};
 // Brings what is open to the front. The activation token, unless it is empty, is good for one
 // window: if none is open, it is kept for the next to be shown.
 struct ActivateWindows {
@@ -99,7 +127,7 @@ struct DarkChanged {
 
 using WindowRequest =
     std::variant<OpenWindow, ApplySteps, CloseWindow, FrontWindow, ShowAlert, AbortAlert, ShowAbout,
-                 ShowPopover, ClosePopover, ActivateWindows, DarkChanged>;
+                 ShowPopover, ClosePopover, ActivateWindows, DarkChanged, ShowMenu, CloseMenu>;
 
 // --- From the window program.
 
@@ -124,9 +152,17 @@ struct PopoverClosed {
 struct PopoverRefused {
   std::uint32_t popover = 0;
 };
+struct MenuChosen {  // and the menu is gone
+  std::uint32_t menu = 0;
+  std::uint32_t line = 0;
+};
+struct MenuClosed {
+  std::uint32_t menu = 0;
+  bool isElsewhere = false;  // because the user turned to something else
+};
 
 using WindowEvent = std::variant<NodeActed, WindowClosed, AlertAnswered, AboutClosed, PopoverClosed,
-                                 PopoverRefused>;
+                                 PopoverRefused, MenuChosen, MenuClosed>;
 
 // --- As text.
 
