@@ -97,6 +97,8 @@ class WelcomeTest(WindowCase):
                 if is_clicked_again:
                     click()
                     self.wait_until_closed(popover, LATE)
+                    self.seen.find("menu", "Kelvane")
+                    click()
                 else:
                     self.wait_until_closed(popover, SHOWN_FOR + 2)
                     self.gone_after_five_seconds()

@@ -16,7 +16,8 @@ from rig.processes import wait_until
 HOST = os.environ["KELVANE_HOST"]
 PANEL = "1280x40+0+0"
 SCREEN = "1280x720+0+0"
-BUTTON = 3  # The one that opens the menu everywhere.
+LEFT, RIGHT = 1, 3  # Buttons; the right one has the host open the menu everywhere.
+LEAVES_LEFT_TO_US = HOST in ("lxqt", "mate")
 WITHOUT_KEYS = ("waybar",)  # Its menus get none on sway; a click beside them closes them.
 TELLS_OF_OPENING = ("AboutToShow", "AboutToShowGroup", "Event", "EventGroup")
 KEEPS_WIDTH = HOST in ("mate", "waybar")  # The others squeeze a wide picture into a square.
@@ -43,19 +44,29 @@ class DesktopTest(DeskCase):
     def test_menu_opens_at_a_click_and_closes_again(self):
         left, top, right, bottom = screen.bounds(self.pixels_of_the_item())
         before = self.settled("before")
-        item = self.start_kelvane().item()
+        item = self.start_kelvane(windows=True).item()
         self.wait_for_change(before)
         self.settled("item")
         closed = self.shot("without-menu", SCREEN)
-        with Monitor(self.desk.environment["DBUS_SESSION_BUS_ADDRESS"], MENU) as monitor:
-            self.desk.pointer((left + right) // 2, (top + bottom) // 2, BUTTON)
-            wait_until(lambda: monitor.calls(*TELLS_OF_OPENING), "a word of the menu's opening")
-            wait_until(lambda: self.shows_a_menu("menu", closed), "the menu on the screen")
-        if HOST in WITHOUT_KEYS:
-            self.desk.pointer(300, 500, 1)
-        else:
-            self.desk.key("Escape")
-        wait_until(lambda: not self.shows_a_menu("menu-closed", closed), "the menu's end")
+        click = lambda button: self.desk.pointer((left + right) // 2, (top + bottom) // 2, button)
+        for button in LEFT, RIGHT:
+            is_ours = LEAVES_LEFT_TO_US and button == LEFT
+            with Monitor(self.desk.environment["DBUS_SESSION_BUS_ADDRESS"], MENU) as monitor:
+                click(button)
+                if is_ours:
+                    wait_until(lambda: self.title_in_focus() == "Kelvane", "our menu's focus")
+                else:
+                    wait_until(lambda: monitor.calls(*TELLS_OF_OPENING), "a word of the opening")
+                menu = wait_until(lambda: self.shows_a_menu(f"menu-{button}", closed), "the menu")
+            if is_ours:
+                self.assertTrue(menu[0] <= right and left <= menu[2], f"{menu} {left} {right}")
+                self.assertTrue(bottom < menu[1] <= 40, f"{menu} {bottom}")
+                click(LEFT)
+            elif HOST in WITHOUT_KEYS:
+                self.desk.pointer(300, 500, LEFT)
+            else:
+                self.desk.key("Escape")
+            wait_until(lambda: not self.shows_a_menu("menu-closed", closed), "the menu's end")
         self.assertTrue(item.picture())
 
     def test_back_after_the_panel_crashed(self):
@@ -94,13 +105,17 @@ class DesktopTest(DeskCase):
         return pixels if len(pixels) > 40 else {}
 
     def shows_a_menu(self, name, closed):
-        """Whether one piece of the screen as large as a menu differs from the one without it."""
+        """The bounds of what differs from the screen without it, if that is like a menu."""
         changed = screen.shown_only_in(self.shot(name, SCREEN), closed, closed)
         if not changed:
-            return False
+            return None
         left, top, right, bottom = screen.bounds(changed)
         width, height = right - left + 1, bottom - top + 1
-        return min(width, height) > 100 and len(changed) > 0.7 * width * height
+        is_menu = min(width, height) > 100 and len(changed) > 0.7 * width * height
+        return (left, top, right, bottom) if is_menu else None
+
+    def title_in_focus(self):
+        return self.desk.x("xdotool", "getwindowfocus", "getwindowname").strip()
 
     def shot(self, name, area=PANEL):
         path = ARTIFACTS / f"screen-{HOST}-{name}.png"

@@ -9,8 +9,9 @@ _ROOT = ("org.a11y.atspi.Registry", "/org/a11y/atspi/accessible/root")
 _ACCESSIBLE = "org.a11y.atspi.Accessible"
 _ACTION = "org.a11y.atspi.Action"
 # Their numbers, by which assistive programs know them.
-_ROLES = {7: "check box", 16: "dialog", 23: "frame", 29: "label", 33: "menu", 35: "menu item", 37: "page tab",
-          43: "push button", 44: "radio button", 64: "tool tip", 99: "grouping"}
+_ROLES = {7: "check box", 16: "dialog", 23: "frame", 29: "label", 33: "menu", 35: "menu item",
+          37: "page tab", 43: "push button", 44: "radio button", 50: "separator", 64: "tool tip",
+          99: "grouping"}
 _STATES = {"checked": 4, "focused": 12, "selected": 23}
 
 

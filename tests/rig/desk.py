@@ -79,6 +79,15 @@ class Desk(Fixture):
                        lambda: f"the keys to go to “{window}”, not “{self._title_in_focus()}”")
         self._xdotool("key", *names)
 
+    def hold(self, name, is_held=True):
+        """Presses a key and keeps it down, or lets go of it."""
+        self._xdotool("keydown" if is_held else "keyup", name)
+
+    def x(self, *command):
+        """What a program on the display says."""
+        return subprocess.run(command, env=self._x_environment(), capture_output=True,
+                              text=True).stdout
+
     def notifications(self):
         """Every notification call and signal so far, for people to read."""
         return self.notices.lines()
@@ -158,9 +167,7 @@ class Desk(Fixture):
         self.notices = Notices(address)
 
     def _title_in_focus(self):
-        command = ["xdotool", "getwindowfocus", "getwindowname"]
-        return subprocess.run(command, env=self._x_environment(), capture_output=True,
-                              text=True).stdout.strip()
+        return self.x("xdotool", "getwindowfocus", "getwindowname").strip()
 
     def _xdotool(self, *words):
         subprocess.run(["xdotool", *words], env=self._x_environment(), check=True)

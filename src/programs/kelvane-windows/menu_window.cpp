@@ -60,7 +60,7 @@ MenuWindow::~MenuWindow() {
 
 void MenuWindow::popUp(const std::function<void(Gtk::Window&)>& present) {
   if (canPlaceWindows()) {
-    popup_.emplace(gobj(), anchor_, [this] { close(true); });
+    popup_.emplace(gobj(), anchor_, [this] { close(false); });
     set_visible();
     popup_->takeInput();
   } else {
@@ -140,10 +140,10 @@ void MenuWindow::release() {
   popup_.reset();
 }
 
-void MenuWindow::close(bool isElsewhere) {
+void MenuWindow::close(bool hasLostFocus) {
   const auto closed = events_.closed;
   release();
-  if (closed) closed(isElsewhere);
+  if (closed) closed(hasLostFocus);
 }
 
 bool MenuWindow::on_close_request() {

@@ -19,7 +19,7 @@ class MenuWindow : public Gtk::Window {
   // Either may destroy the window.
   struct Events {
     std::function<void(std::uint32_t line)> chosen;
-    std::function<void(bool isElsewhere)> closed;
+    std::function<void(bool hasLostFocus)> closed;
   };
 
   MenuWindow(const ShowMenu& menu, Events events);
@@ -37,7 +37,7 @@ class MenuWindow : public Gtk::Window {
   bool keyPressed(guint key, Gdk::ModifierType state);
   void holdWith(guint key, Gdk::ModifierType state, bool isPressed);
   void activityChanged();
-  void close(bool isElsewhere);
+  void close(bool hasLostFocus);
 
   const std::optional<Point> anchor_;
   Events events_;

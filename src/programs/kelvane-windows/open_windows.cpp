@@ -109,9 +109,9 @@ void OpenWindows::handle(const ShowMenu& request) {
                                  retireMenu();
                                  tell_(MenuChosen{menuNumber_, line});
                                },
-                               [this](bool isElsewhere) {
+                               [this](bool hasLostFocus) {
                                  retireMenu();
-                                 tell_(MenuClosed{menuNumber_, isElsewhere});
+                                 tell_(MenuClosed{menuNumber_, hasLostFocus});
                                }});
   token_ = menu.token;
   menu_->popUp([this](Gtk::Window& window) { present(window); });

@@ -134,7 +134,7 @@ void LinuxWindows::received(const WindowEvent& event) {
                           if (menu_) endMenu(chosen.menu, menu_->actionOf(chosen.line));
                         },
                         [this](const MenuClosed& closed) {
-                          if (menu_ && closed.isElsewhere)
+                          if (menu_ && closed.hasLostFocus)
                             menuJustClosed_ = loop_.startTimer(kSameClick, false,
                                                                [this] { menuJustClosed_.reset(); });
                           endMenu(closed.menu, nullptr);

@@ -114,7 +114,7 @@ class LinuxWindows : public Windows {
   std::map<std::uint32_t, Popover> popovers_;
   std::optional<ApplicationInformation> about_;  // in the open panel
   std::unique_ptr<OpenMenu> menu_;
-  std::unique_ptr<Timer> menuJustClosed_;  // by the user's turning elsewhere
+  std::unique_ptr<Timer> menuJustClosed_;  // as it lost the focus
   bool hasSaidNoMenu_ = false;
 
   std::unique_ptr<WindowProgram> program_;

@@ -245,7 +245,7 @@ void describe(Visitor& visit, Is<MenuChosen> auto& message) {
 template <typename Visitor>
 void describe(Visitor& visit, Is<MenuClosed> auto& message) {
   visit("menu", message.menu);
-  visit.orElse("isElsewhere", message.isElsewhere);
+  visit.orElse("hasLostFocus", message.hasLostFocus);
 }
 
 // The "kind" of each alternative, in the variant's order.

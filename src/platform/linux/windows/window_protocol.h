@@ -158,7 +158,7 @@ struct MenuChosen {  // and the menu is gone
 };
 struct MenuClosed {
   std::uint32_t menu = 0;
-  bool isElsewhere = false;  // because the user turned to something else
+  bool hasLostFocus = false;  // because of that, perhaps by a click on the item
 };
 
 using WindowEvent = std::variant<NodeActed, WindowClosed, AlertAnswered, AboutClosed, PopoverClosed,

@@ -46,6 +46,19 @@ Picture icon() {
           false};
 }
 
+std::vector<ShownLine> menuLines() {
+  using Kind = MenuLine::Kind;
+  const AttributedText text{{{"57", 15, FontWeight::medium, Color{1, 0, 0, 1}}, {"%"}}};
+  return {{.line = 0, .attributedTitle = text, .isEnabled = false},
+          {.line = 1, .kind = Kind::placeholder},
+          {.line = 2, .title = "Health", .keyEquivalent = {.option = true}, .isAlternate = true},
+          {.line = 3, .kind = Kind::separator},
+          {.line = 4,
+           .title = "More",
+           .keyEquivalent = {",", true},
+           .submenu = {{.line = 5, .title = "FAQ"}}}};
+}
+
 // Each field of each message has to be there, and to come back as it was.
 TEST(WindowProtocol, EveryMessageHasOneForm) {
   const ViewNode plain{.id = "t"};
@@ -79,6 +92,15 @@ TEST(WindowProtocol, EveryMessageHasOneForm) {
       {ActivateWindows{"t0k"}, R"({"kind":"activate","token":"t0k"})"},
       {DarkChanged{}, R"({"dark":null,"kind":"dark"})"},
       {DarkChanged{true}, R"({"dark":true,"kind":"dark"})"},
+      {ShowMenu{4, menuLines(), Point{1190, 16}, "t0k"},
+       R"({"anchor":[1190.0,16.0],"kind":"menu","lines":[{"attributedTitle":{"runs":[{"color":)"
+       R"([1.0,0.0,0.0,1.0],"fontSize":15.0,"text":"57","weight":"medium"},{"text":"%"}]},)"
+       R"("isEnabled":false,"line":0},{"kind":"placeholder","line":1},{"isAlternate":true,)"
+       R"("keyEquivalent":{"option":true},"line":2,"title":"Health"},{"kind":"separator","line":3},)"
+       R"({"keyEquivalent":{"command":true,"key":","},"line":4,"submenu":[{"line":5,"title":"FAQ"}],)"
+       R"("title":"More"}],"menu":4,"token":"t0k"})"},
+      {ShowMenu{4}, R"({"kind":"menu","lines":[],"menu":4})"},
+      {CloseMenu{4}, R"({"kind":"closeMenu","menu":4})"},
   };
   for (const auto& row : requests) {
     EXPECT_EQ(encode(row.request), std::string(row.line) + "\n");
@@ -97,6 +119,9 @@ TEST(WindowProtocol, EveryMessageHasOneForm) {
       {AboutClosed{}, R"({"kind":"aboutClosed"})"},
       {PopoverClosed{3}, R"({"kind":"popoverClosed","popover":3})"},
       {PopoverRefused{3}, R"({"kind":"popoverRefused","popover":3})"},
+      {MenuChosen{4, 2}, R"({"kind":"menuChosen","line":2,"menu":4})"},
+      {MenuClosed{4}, R"({"kind":"menuClosed","menu":4})"},
+      {MenuClosed{4, true}, R"({"hasLostFocus":true,"kind":"menuClosed","menu":4})"},
   };
   for (const auto& row : events) {
     EXPECT_EQ(encode(row.event), std::string(row.line) + "\n");
@@ -145,6 +170,9 @@ TEST(WindowProtocol, NonsenseIsAnErrorOnOneLine) {
       {R"({"kind":"alert","alert":1,"title":"","icon":{"name":"","size":[1,1],)"
        R"("layers":[{"path":[["line",1]]}]}})",
        "“path” is not"},
+      {R"({"kind":"menu","menu":1,"lines":[{"title":"x"}]})", "“line” is missing"},
+      {R"({"kind":"menu","menu":1,"lines":[{"line":0,"submenu":[{"line":1,"kind":"x"}]}]})",
+       "“kind” is not"},
       {R"({"kind":"apply","window":1,"steps":[{"kind":"set","id":"x"}]})", "“node” is missing"},
       {deep + std::string(65, '['), "nested too deeply"},
       {deep + R"({"kind":"text","id":"a\"","x":)" + std::string(63, '['), "nested too deeply"},
