@@ -19,7 +19,8 @@ namespace {
 
 constexpr double kFarthest = 32'000;  // what X can name
 constexpr unsigned kRetry = 20;       // milliseconds
-constexpr int kMostRetries = 100;     // while whoever was clicked has the pointer
+constexpr unsigned kFirstOfWheel = 4;
+constexpr int kMostRetries = 100;  // while whoever was clicked has the pointer
 
 // Windows come and go while they are talked about.
 class ErrorsIgnored {
@@ -124,6 +125,7 @@ bool X11Popup::grabPointer() {
 gboolean X11Popup::heard(GdkDisplay*, void* data, X11Popup* self) {
   const auto* event = static_cast<const XEvent*>(data);
   if (event->type != ButtonPress || event->xbutton.window != self->xWindow_) return FALSE;
+  if (event->xbutton.button >= kFirstOfWheel) return TRUE;
   const auto elsewhere = self->elsewhere_;  // which may destroy it all
   elsewhere();
   return TRUE;
