@@ -54,6 +54,7 @@ class ClickedMenuTest(WindowCase):
         self.desk.key("m", "Right", "a", "Return", window="Kelvane")
         self.wait_until_closed(menu)
         self.seen.find("dialog", "About Kelvane")
+        self.open()  # Which does not keep it from ending.
 
     def test_holds_the_changes_back_until_it_is_closed(self):
         self.item = self.start_and_settle(says=[KILLED])
