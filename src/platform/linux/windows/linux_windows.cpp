@@ -1,7 +1,6 @@
 #include "platform/linux/windows/linux_windows.h"
 
 #include <algorithm>
-#include <cstdio>
 #include <initializer_list>
 #include <ranges>
 #include <tuple>
@@ -14,8 +13,6 @@ namespace kelvane {
 namespace {
 
 constexpr double kPopoverNoticeLasts = 5;  // seconds
-// From the press that takes the focus from the menu to the host's word of the click that it is.
-constexpr double kSameClick = 0.3;
 
 bool hasDisplay() {
   return std::ranges::any_of(std::initializer_list<const char*>{"WAYLAND_DISPLAY", "DISPLAY"},
@@ -130,15 +127,8 @@ void LinuxWindows::received(const WindowEvent& event) {
                         [this](const AboutClosed&) { about_.reset(); },
                         [this](const PopoverClosed& closed) { endPopover(closed.popover); },
                         [this](const PopoverRefused& refused) { showAsNotice(refused.popover); },
-                        [this](const MenuChosen& chosen) {
-                          if (menu_) endMenu(chosen.menu, menu_->actionOf(chosen.line));
-                        },
-                        [this](const MenuClosed& closed) {
-                          if (menu_ && closed.hasLostFocus)
-                            menuJustClosed_ = loop_.startTimer(kSameClick, false,
-                                                               [this] { menuJustClosed_.reset(); });
-                          endMenu(closed.menu, nullptr);
-                        }},
+                        [this](const MenuChosen& chosen) { menuChosen(chosen); },
+                        [this](const MenuClosed& closed) { menuClosed(closed); }},
              event);
   endProgramLater();
 }
@@ -168,7 +158,7 @@ void LinuxWindows::programGone() {
   const auto windows = numbersOf(windows_);
   const auto popovers = numbersOf(popovers_);
   const auto about = std::exchange(about_, std::nullopt);
-  if (menu_) endMenu(menu_->number(), nullptr);
+  endMenu(nullptr);
   for (const std::uint32_t number : numbersOf(alerts_)) goOnAsNotice(number);
   if (about && !wasThere) notices_.showAboutPanel(*about);
   if (!windows.empty() && !wasThere) std::ignore = notices_.openWindow("", {}, {});
@@ -301,34 +291,6 @@ void LinuxWindows::endPopover(std::uint32_t number) {
   if (ended.mapped().isNotice) board_.close(noticeOfPopover(number));
   endProgramLater();
   if (ended.mapped().closed) ended.mapped().closed();
-}
-
-// --- The menu.
-
-void LinuxWindows::toggleMenu(Menu& menu, std::optional<Point> anchor) {
-  if (menu_) return closeMenu();
-  if (std::exchange(menuJustClosed_, nullptr)) return;
-  if (loop_.mode() == RunLoopMode::modal) return activate();
-  if (!ensureProgram()) {
-    if (!std::exchange(hasSaidNoMenu_, true))
-      std::fprintf(stderr, "kelvane: no window can be shown here, so a click opens no menu\n");
-    return;
-  }
-  menu_ = std::make_unique<OpenMenu>(loop_, menu, ++last_);
-  program_->send(ShowMenu{menu_->number(), menu_->lines(), anchor, std::exchange(token_, "")});
-}
-
-void LinuxWindows::closeMenu() {
-  if (!menu_) return;
-  if (program_) program_->send(CloseMenu{menu_->number()});
-  endMenu(menu_->number(), nullptr);
-}
-
-void LinuxWindows::endMenu(std::uint32_t number, const std::function<void()>& action) {
-  if (!menu_ || menu_->number() != number) return;
-  std::exchange(menu_, nullptr).reset();
-  if (action) loop_.async(action);
-  endProgramLater();
 }
 
 }  // namespace kelvane

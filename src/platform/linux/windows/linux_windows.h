@@ -99,7 +99,9 @@ class LinuxWindows : public Windows {
   void showAsNotice(std::uint32_t number);
   void closePopover(std::uint32_t number);
   void endPopover(std::uint32_t number);
-  void endMenu(std::uint32_t number, const std::function<void()>& action);
+  void menuChosen(const MenuChosen& chosen);
+  void menuClosed(const MenuClosed& closed);
+  void endMenu(const std::function<void()>& action);
 
   RunLoopQueue& loop_;
   NoticeBoard& board_;

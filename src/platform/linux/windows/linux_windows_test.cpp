@@ -1,22 +1,13 @@
-#include "platform/linux/windows/linux_windows.h"
-
 #include <algorithm>
-#include <array>
 #include <cstdlib>
-#include <filesystem>
 #include <fstream>
 
-#include <fcntl.h>
-#include <glib-unix.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <signal.h>
-#include <sys/stat.h>
 #include <sys/wait.h>
 
-#include "platform/linux/notifications/notification_server_test.h"
-#include "platform/memory/memory_menu.h"
-#include "platform/memory/memory_run_loop.h"
+#include "platform/linux/windows/linux_windows_fixture_test.h"
 
 namespace kelvane {
 namespace {
@@ -26,115 +17,6 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::StartsWith;
-
-// A window program is a shell script here. `say` tells the resident something, `heed` reads what it
-// tells until a line with that word comes; everything read is logged, and so is the stream's end.
-constexpr const char* kPrelude = R"sh(#!/bin/sh
-trap '' PIPE
-exec 4> "${0%/*}/log"
-note() { printf '%s\n' "$1" 2> /dev/null >&4; }
-say() { printf '%s\n' "$1" 2> /dev/null >&3; }
-heed() {
-  while read -r line <&3; do
-    note "$line"
-    case $line in *"$1"*) return;; esac
-  done
-  note end
-  exit 0
-}
-hello() { say '{"protocol":1,"dark":null,"reducedMotion":false}'; }
-note "$GSK_RENDERER $GDK_DEBUG $GDK_DISABLE"
-echo $$ > "${0%/*}/pid"
-)sh";
-
-class LinuxWindowsTest : public testing::Test {
- protected:
-  LinuxWindowsTest() {
-    setenv("DISPLAY", ":nowhere", 1);
-    for (const char* name : {"WAYLAND_DISPLAY", "GSK_RENDERER", "GDK_DEBUG", "GDK_DISABLE"})
-      unsetenv(name);
-    std::string pattern = (std::filesystem::temp_directory_path() / "windows-XXXXXX").string();
-    computer_ = mkdtemp(pattern.data());
-    session_.startServer();
-    session_.settle();
-  }
-  ~LinuxWindowsTest() override { std::filesystem::remove_all(computer_); }
-
-  // What a computer starts with that has this window program; "" for none.
-  void install(const std::string& script) {
-    windows_.reset();
-    const auto folder = computer_ / std::to_string(++installations_);  // one may still run
-    std::filesystem::create_directory(folder);
-    // Both ends, so that it never has an end.
-    mkfifo((folder / "log").c_str(), 0600);
-    log_ = UniqueFd(open((folder / "log").c_str(), O_RDWR | O_NONBLOCK | O_CLOEXEC));
-    heard_.clear();
-    if (!script.empty()) {
-      std::ofstream(folder / "program") << (script.starts_with("#!") ? "" : kPrelude) << script;
-      std::filesystem::permissions(folder / "program", std::filesystem::perms::owner_all);
-    }
-    WindowOptions options;
-    options.programs = {folder / "missing", folder, folder / "program"};
-    options.isMotionReduced = [] { return true; };
-    options.isItemShown = [this] { return isItemShown_; };
-    options.itemPlace = [] { return Point{7, 3}; };
-    windows_ = std::make_unique<LinuxWindows>(loop_, board_, options);
-    session_.log.clear();
-    answers_.clear();
-  }
-  bool until(const std::function<bool()>& done) {
-    return runUntil([&] {
-      loop_.run();
-      return done();
-    });
-  }
-  void settle() {
-    for (int i = 0; i < 3; ++i) {
-      session_.settle();
-      loop_.run();
-    }
-  }
-  // All that the script has logged by now.
-  const std::string& heard() {
-    std::array<char, 4096> bytes;
-    ssize_t count = 0;
-    while ((count = read(log_.get(), bytes.data(), bytes.size())) > 0)
-      heard_.append(bytes.data(), static_cast<std::size_t>(count));
-    return heard_;
-  }
-  bool hasHeard(const std::string& words) {
-    GSource* source = g_unix_fd_source_new(log_.get(), G_IO_IN);
-    const GUnixFDSourceFunc stay = [](gint, GIOCondition, gpointer) -> gboolean { return TRUE; };
-    g_source_set_callback(source, G_SOURCE_FUNC(stay), nullptr, nullptr);
-    g_source_attach(source, nullptr);
-    const bool has = until([&] { return heard().find(words) != std::string::npos; });
-    g_source_destroy(source);
-    g_source_unref(source);
-    return has;
-  }
-  std::unique_ptr<AlertHandle> show(const Alert& alert) {
-    auto handle = windows_->alert(alert, [this](int button) {
-      EXPECT_EQ(loop_.mode(), RunLoopMode::standard);
-      answers_.push_back(button);
-    });
-    EXPECT_THAT(answers_, IsEmpty()) << "not inside the call";
-    return handle;
-  }
-
-  const PrivateBus bus_;
-  NoticeSession session_{bus_};
-  MemoryRunLoop loop_;
-  NoticeBoard board_{session_.connection.get(), loop_};
-  std::filesystem::path computer_;
-  int installations_ = 0;
-  UniqueFd log_;
-  std::string heard_;
-  bool isItemShown_ = true;
-  std::unique_ptr<LinuxWindows> windows_;
-  std::vector<int> answers_;
-};
-
-constexpr const char* kScriptThatStays = "hello; heed never";
 
 TEST_F(LinuxWindowsTest, AnAlertOutlivesEveryDeathOfTheWindowProgram) {
   const struct {
@@ -415,125 +297,6 @@ TEST_F(LinuxWindowsTest, TheAboutPanelKeepsTheProgramUntilItIsClosed) {
   ASSERT_TRUE(until([&] { return !session_.log.empty(); }));
   testing::internal::GetCapturedStderr();
   EXPECT_THAT(session_.log, ElementsAre("Notify 0 Kelvane 1.2.0 (345)"));
-}
-
-class MenuOfWindowsTest : public LinuxWindowsTest {
- protected:
-  MenuOfWindowsTest() {
-    menu_.make = [this] {
-      const auto says = [this](const char* what) {
-        return [this, what] {
-          EXPECT_EQ(loop_.mode(), RunLoopMode::standard);
-          menu_.history.push_back(what);
-        };
-      };
-      more_ = std::make_shared<MemoryMenu>(
-          std::vector<MenuLine>{{.title = "FAQ", .action = says("FAQ")}});
-      return std::vector<MenuLine>{{.title = "57", .isEnabled = false, .action = says("57")},
-                                   {.title = "More", .submenu = more_},
-                                   {.title = "Go", .action = says("Go")}};
-    };
-  }
-  bool isOpen() { return loop_.mode() == RunLoopMode::tracking; }
-  void click() { windows_->toggleMenu(menu_, Point{1190, 16}); }
-
-  MemoryMenu menu_;
-  std::shared_ptr<MemoryMenu> more_;
-};
-
-TEST_F(MenuOfWindowsTest, EndsInEveryWayAndThenDoesWhatWasChosen) {
-  const struct {
-    const char* script;
-    std::vector<std::string> history;
-  } rows[] = {
-      {"say '{\"kind\":\"menuChosen\",\"menu\":1,\"line\":3}'", {"opened", "closed", "Go"}},
-      {"say '{\"kind\":\"menuChosen\",\"menu\":1,\"line\":2}'", {"opened", "closed", "FAQ"}},
-      {"say '{\"kind\":\"menuChosen\",\"menu\":1,\"line\":0}'", {"opened", "closed"}},
-      {"say '{\"kind\":\"menuChosen\",\"menu\":1,\"line\":1}'", {"opened", "closed"}},
-      {"say '{\"kind\":\"menuChosen\",\"menu\":1,\"line\":4}'", {"opened", "closed"}},
-      {"say '{\"kind\":\"menuChosen\",\"menu\":9,\"line\":3}'; "
-       "say '{\"kind\":\"menuClosed\",\"menu\":1}'",
-       {"opened", "closed"}},
-      {"kill -KILL $$", {"opened", "closed"}},
-      {"exit 1", {"opened", "closed"}},
-  };
-  for (const auto& row : rows) {
-    SCOPED_TRACE(row.script);
-    install("hello; heed menu; " + std::string(row.script) + "; heed never");
-    menu_.history.clear();
-    windows_->setActivationToken("t0k");
-    testing::internal::CaptureStderr();
-    click();
-    EXPECT_TRUE(isOpen());
-    menu_.needsUpdate();  // as the exported menu does; the open one stays as it is
-    ASSERT_TRUE(until([&] { return !isOpen(); }));
-    settle();
-    EXPECT_EQ(menu_.history, row.history);
-    testing::internal::GetCapturedStderr();
-    EXPECT_THAT(heard(),
-                HasSubstr(encode(ShowMenu{
-                    1,
-                    {{.line = 0, .title = "57", .isEnabled = false},
-                     {.line = 1, .title = "More", .submenu = {{.line = 2, .title = "FAQ"}}},
-                     {.line = 3, .title = "Go"}},
-                    Point{1190, 16},
-                    "t0k"})));
-  }
-}
-
-TEST_F(MenuOfWindowsTest, ASecondClickClosesIt) {
-  const auto loses = [](const char* menu) {
-    return "heed '\"menu\",'; say '{\"kind\":\"menuClosed\",\"menu\":" + std::string(menu) +
-           ",\"hasLostFocus\":true}'; ";
-  };
-  install("hello; heed closeMenu; " + loses("3") + loses("4") + "heed never");
-  const auto window = windows_->openWindow("Kelvane", {}, {});  // keeps the program
-  const auto clicksAndLoses = [&] {
-    click();
-    EXPECT_TRUE(isOpen());
-    return until([&] { return !isOpen(); });
-  };
-  click();
-  click();
-  EXPECT_FALSE(isOpen());
-  ASSERT_TRUE(clicksAndLoses());
-  click();
-  EXPECT_FALSE(isOpen()) << "it was this click that took the focus away";
-  ASSERT_TRUE(clicksAndLoses());
-  loop_.advance(0.4);
-  click();
-  EXPECT_TRUE(isOpen());
-  windows_->closeMenu();
-  windows_->closeMenu();
-  EXPECT_EQ(menu_.history.size(), 8U);
-  ASSERT_TRUE(hasHeard(encode(CloseMenu{5})));
-  EXPECT_THAT(heard(), HasSubstr(encode(CloseMenu{2})));
-}
-
-TEST_F(MenuOfWindowsTest, ItsCommandHasTheSameProgramForItsWindow) {
-  install("hello; heed menu; say '{\"kind\":\"menuChosen\",\"menu\":1,\"line\":0}'; heed never");
-  std::unique_ptr<ViewWindow> window;
-  menu_.make = [&] {
-    const auto open = [&] { window = windows_->openWindow("Kelvane", {}, {}); };
-    return std::vector<MenuLine>{{.title = "Go", .action = [this, open] { loop_.async(open); }}};
-  };
-  click();
-  ASSERT_TRUE(hasHeard("\"kind\":\"open\""));
-  EXPECT_EQ(heard().find("end\n"), std::string::npos);
-}
-
-TEST_F(MenuOfWindowsTest, StaysClosedWithoutWindowsAndBehindAnAlert) {
-  install("");
-  testing::internal::CaptureStderr();
-  for (int clicks = 0; clicks < 3; ++clicks) click();
-  EXPECT_EQ(testing::internal::GetCapturedStderr(),
-            "kelvane: no window can be shown here, so a click opens no menu\n");
-  install(kScriptThatStays);
-  const auto alert = show({.title = "low"});
-  click();
-  ASSERT_TRUE(hasHeard(encode(ActivateWindows{})));
-  alert->abort();
-  EXPECT_THAT(menu_.history, IsEmpty());
 }
 
 TEST_F(LinuxWindowsTest, AProgramThatDoesNotEndIsEnded) {
