@@ -29,7 +29,7 @@ window.menu, window.menu > scrolledwindow { background: none; }
 .menu-lines .submenu separator { margin-left: 28px; }
 menuline { padding: 4px 12px; border-radius: 5px; }
 .submenu menuline { padding-left: 28px; }
-menuline image { margin-right: -4px; }
+menuline image { -gtk-icon-size: 1.1em; margin-right: -4px; }
 menuline:focus { background-color: @theme_selected_bg_color; color: @theme_selected_fg_color; }
 /* Told, not offered, but meant to be read. */
 menuline:disabled label { color: inherit; opacity: 0.7; }

@@ -40,6 +40,8 @@ MenuWindow::MenuWindow(const ShowMenu& menu, Events events)
   add_css_class("menu");
   if (get_display()->is_composited()) add_css_class("rounded");
   limitToScreen(scrolled_);
+  // The lines are as wide as the window, so a bar of its own would hide their ends.
+  scrolled_.set_overlay_scrolling();
   scrolled_.set_child(view_.widget());
   set_child(scrolled_);
 
