@@ -21,11 +21,13 @@ _PRELOAD = "libumockdev-preload.so.0"
 _UPOWERD = ("/usr/libexec/upowerd", "/usr/lib/upower/upowerd", "/usr/lib/upowerd")
 # umockdev names a listener's socket by the number of its descriptor: a listener takes away the
 # uevents of another one with the same number, or of a dead one that was not yet found out. So each
-# upowerd gets numbers of its own, above those of the programs under test.
+# upowerd gets numbers of its own, above those of the programs under test. They are copies of the
+# standard input: opening a device would have the preload library connect to the testbed each time,
+# which ended the program now and then.
 _TAKING_DESCRIPTORS = (
     "bash",
     "-c",
-    'for ((n = 3; n < $1; n++)); do eval "exec $n</dev/null"; done; shift; exec "$@"',
+    'for ((n = 3; n < $1; n++)); do eval "exec $n<&0"; done; shift; exec "$@"',
     "upowerd",
 )
 
@@ -117,7 +119,8 @@ class Power(Fixture):
         program = next((path for path in _UPOWERD if os.path.exists(path)), _UPOWERD[0])
         environment = {**os.environ, **self.mock_environment, "UPOWER_HISTORY_DIR": str(history)}
         self._starts += 1
-        taken = str(40 + 20 * self._starts)
+        # By the time a number comes again, its last listener has long been found dead.
+        taken = str(40 + 20 * (self._starts % 16))
         self.processes.start("upowerd", [*_TAKING_DESCRIPTORS, taken, program, "-v"], environment)
         wait_until(self._upower_is_ready, "upowerd")
 

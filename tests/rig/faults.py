@@ -1,0 +1,77 @@
+"""The same fault again and again: what it costs the program, and what it leaves behind in it."""
+
+import os
+import typing
+
+from .menu import Menu
+from .meter import activity, memory, spent, threads
+from .processes import wait_until
+
+# A sanitizer's build says nothing of the memory and the time that the program itself takes.
+_IS_MEASURABLE = not os.environ.get("KELVANE_SANITIZE")
+_WARM_UP = 5  # rounds after which whatever is made once has been made
+_ALLOWED_GROWTH = 160  # kB of private dirty memory, whatever the number of rounds
+
+
+class Holdings(typing.NamedTuple):
+    """What a program has taken of the computer."""
+
+    dirty: int  # kB
+    descriptors: int
+    threads: int
+
+
+def holdings(pid):
+    descriptors = len(os.listdir(f"/proc/{pid}/fd"))
+    return Holdings(memory(pid).dirty, descriptors, threads(pid))
+
+
+def say(fault, count):
+    """One line for scripts that list what was tried, and how often."""
+    print(f"fault {fault} count {count}", flush=True)
+
+
+def wait_until_idle(pid):
+    """Waits for half a second in which none of the program's threads runs."""
+    last = activity(pid)
+
+    def is_idle():
+        nonlocal last
+        before, last = last, activity(pid)
+        return before.keys() == last.keys() and spent(before, last).switches == 0
+
+    wait_until(is_idle, "the program to be idle", interval=0.5)
+
+
+def wait_for_line(item, line, what):
+    """Waits until the item's menu has that line and gives all its lines."""
+
+    def has_it():
+        labels = Menu.of(item).labels()
+        return labels if line in labels else None
+
+    return wait_until(has_it, lambda: f"“{line}” after {what}: {Menu.of(item).labels()}")
+
+
+def outlives(test, kelvane, fault, count, once, milliseconds):
+    """Runs `once(number)` so often; then the program must hold no more than before, and be idle.
+
+    `milliseconds` are what one round may take of the processor's time.
+    """
+    pid = kelvane.process.pid
+    for number in range(_WARM_UP):
+        once(number)
+    wait_until_idle(pid)
+    before, done_before = holdings(pid), activity(pid)
+    for number in range(_WARM_UP, count):
+        once(number)
+    wait_until_idle(pid)
+    after, cost = holdings(pid), spent(done_before, activity(pid))
+    each = cost.milliseconds / (count - _WARM_UP)
+    print(f"{fault}: {before} before, {after} after, {each:.1f} ms each")
+    test.assertEqual(after.descriptors, before.descriptors)
+    test.assertLessEqual(after.threads, before.threads)  # those of the start end by themselves
+    if _IS_MEASURABLE:
+        test.assertLessEqual(after.dirty - before.dirty, _ALLOWED_GROWTH)
+        test.assertLess(each, milliseconds)
+    say(fault, count)
