@@ -48,8 +48,8 @@ GVariantPtr merged(GVariant* base, GVariant* changes) {
 FakeUPower::FakeUPower(const PrivateBus& bus)
     : connection_(bus.connect()), interfaces_(g_dbus_node_info_new_for_xml(kInterfaces, nullptr)) {
   static const GDBusInterfaceVTable kTable{&FakeUPower::answer, nullptr, nullptr, {}};
-  g_dbus_connection_register_object(connection_.get(), kUPower, interfaces_->interfaces[0], &kTable,
-                                    this, nullptr, nullptr);
+  daemon_ = g_dbus_connection_register_object(
+      connection_.get(), kUPower, interfaces_->interfaces[0], &kTable, this, nullptr, nullptr);
   set("DisplayDevice", "@a{sv} {}");
   const GVariantPtr reply(g_dbus_connection_call_sync(
       connection_.get(), "org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus",
@@ -57,7 +57,13 @@ FakeUPower::FakeUPower(const PrivateBus& bus)
       G_DBUS_CALL_FLAGS_NONE, -1, nullptr, nullptr));
 }
 
-FakeUPower::~FakeUPower() { g_dbus_connection_close_sync(connection_.get(), nullptr, nullptr); }
+FakeUPower::~FakeUPower() {
+  // Calls that have come are not answered any more.
+  g_dbus_connection_unregister_object(connection_.get(), daemon_);
+  for (const auto& [name, device] : devices_)
+    g_dbus_connection_unregister_object(connection_.get(), device.registration);
+  g_dbus_connection_close_sync(connection_.get(), nullptr, nullptr);
+}
 
 void FakeUPower::set(const std::string& device, const std::string& properties) {
   static const GDBusInterfaceVTable kTable{&FakeUPower::answer, nullptr, nullptr, {}};
@@ -114,6 +120,19 @@ void FakeUPower::answer(GDBusConnection*, const gchar*, const gchar* path, const
   ++self.getAllCounts_[name];
   g_dbus_method_invocation_return_value(
       invocation, g_variant_new("(@a{sv})", self.devices_.at(name).properties.get()));
+}
+
+FakeLogin::FakeLogin(const PrivateBus& bus) : connection_(bus.connect()) {
+  const GVariantPtr owned(g_dbus_connection_call_sync(
+      connection_.get(), "org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus",
+      "RequestName", g_variant_new("(su)", "org.freedesktop.login1", 0u), nullptr,
+      G_DBUS_CALL_FLAGS_NONE, -1, nullptr, nullptr));
+}
+
+void FakeLogin::prepareForSleep(GVariant* parameters) {
+  g_dbus_connection_emit_signal(connection_.get(), nullptr, "/org/freedesktop/login1",
+                                "org.freedesktop.login1.Manager", "PrepareForSleep", parameters,
+                                nullptr);
 }
 
 }  // namespace kelvane

@@ -39,8 +39,19 @@ class FakeUPower {
 
   GObjectPtr<GDBusConnection> connection_;
   GDBusNodeInfoPtr interfaces_;
+  guint daemon_ = 0;  // its registration
   std::map<std::string, Device> devices_;
   std::map<std::string, int> getAllCounts_;
+};
+
+// A stand-in for login1, on the same terms.
+class FakeLogin {
+ public:
+  explicit FakeLogin(const PrivateBus& bus);
+  void prepareForSleep(GVariant* parameters);
+
+ private:
+  GObjectPtr<GDBusConnection> connection_;
 };
 
 }  // namespace kelvane

@@ -3,24 +3,25 @@
 #include <utility>
 
 #include "platform/linux/power/registry_rules.h"
+#include "platform/linux/power/waking.h"
 
 namespace kelvane {
 
 LinuxPowerSources::LinuxPowerSources(RunLoopQueue& loop, PowerOptions options)
     : loop_(loop), options_(std::move(options)) {
-  if (options_.useUPower)
-    busRequest_.emplace([this](GDBusConnection* bus) { connected(bus); });
-  else
-    isSettled_ = true;
+  isSettled_ = !options_.useUPower;
+  busRequest_.emplace([this](GDBusConnection* bus) { connected(bus); });
 }
 
 LinuxPowerSources::~LinuxPowerSources() = default;
 
 void LinuxPowerSources::connected(GDBusConnection* bus) {
-  if (bus)
+  if (!bus)
+    settle();
+  else if (options_.useUPower)
     mirror_ = std::make_unique<UPowerMirror>(bus, [this] { mirrorChanged(); });
   else
-    settle();
+    waking_ = listenForWaking(bus, [this] { signalIfChanged(); });
 }
 
 void LinuxPowerSources::mirrorChanged() {

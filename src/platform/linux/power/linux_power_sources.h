@@ -25,7 +25,7 @@ namespace kelvane {
 
 struct PowerOptions {
   std::string directory = kSystemPowerSupplyDirectory;  // the tree of power supplies
-  bool useUPower = true;                                // false: never connects to the system bus
+  bool useUPower = true;  // false: of the system bus only waking up is heard
 };
 
 class LinuxPowerSources : public PowerSources {
@@ -73,6 +73,7 @@ class LinuxPowerSources : public PowerSources {
   PowerOptions options_;
   std::optional<SystemBusRequest> busRequest_;
   std::unique_ptr<UPowerMirror> mirror_;
+  std::unique_ptr<SignalSubscription> waking_;  // without a mirror, which hears it itself
   std::unique_ptr<SupplyWatch> watch_;
   std::vector<std::weak_ptr<QueueSource>> listeners_;
   std::vector<std::function<void()>> waiting_;

@@ -1,5 +1,6 @@
 #include "platform/linux/power/linux_power_sources.h"
 
+#include <fstream>
 #include <memory>
 #include <string>
 
@@ -44,7 +45,13 @@ class LinuxPowerSourcesTest : public testing::Test {
     return runUntil([&] { return count_ >= count; });
   }
 
-  PrivateBus bus_;
+  // One for all, as the process's connection to its system bus may outlive a test.
+  static const PrivateBus& sharedBus() {
+    static const PrivateBus bus;
+    return bus;
+  }
+
+  const PrivateBus& bus_ = sharedBus();
   SupplyTree tree_;
   GlibRunLoop loop_;
   std::unique_ptr<FakeUPower> upower_;
@@ -116,6 +123,24 @@ TEST_F(LinuxPowerSourcesTest, WithoutUPowerChangesOfTheTreeAreTold) {
   EXPECT_EQ(count_, 2);
   tree_.set("BAT1", {{"type", "Battery"}, {"capacity", "81"}});
   ASSERT_TRUE(runUntil([&] { return level() == 50; }));
+}
+
+TEST_F(LinuxPowerSourcesTest, WithoutUPowerWakingUpIsHeardAllTheSame) {
+  start(false);
+  FakeLogin login(bus_);
+  std::ofstream open(tree_.file("BAT0", "capacity"));
+  open << "12\n" << std::flush;  // inotify tells only of what was written and closed
+  // Again and again, as nobody tells when it listens.
+  const guint nights = g_timeout_add(
+      5,
+      [](gpointer told) -> gboolean {
+        static_cast<FakeLogin*>(told)->prepareForSleep(g_variant_new("(b)", FALSE));
+        return G_SOURCE_CONTINUE;
+      },
+      &login);
+  EXPECT_TRUE(isNotified(1));
+  g_source_remove(nights);
+  EXPECT_EQ(level(), 12);
 }
 
 TEST_F(LinuxPowerSourcesTest, WithoutASystemBusTheKernelServes) {

@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "platform/linux/power/upower_properties.h"
+#include "platform/linux/power/waking.h"
 
 namespace kelvane {
 namespace {
@@ -29,16 +30,7 @@ UPowerMirror::UPowerMirror(GDBusConnection* systemBus, std::function<void()> cha
         static_cast<UPowerMirror*>(self)->ownerChanged("");
       }),
       this);
-  sleep_ = std::make_unique<SignalSubscription>(
-      bus_.get(),
-      SignalSubscription::Match{"org.freedesktop.login1", "org.freedesktop.login1.Manager",
-                                "PrepareForSleep", "/org/freedesktop/login1", ""},
-      [this](const char*, const char*, GVariant* parameters) {
-        if (!g_variant_is_of_type(parameters, G_VARIANT_TYPE("(b)"))) return;
-        gboolean isGoingToSleep = FALSE;
-        g_variant_get(parameters, "(b)", &isGoingToSleep);
-        if (!isGoingToSleep) awoke();
-      });
+  waking_ = listenForWaking(bus_.get(), [this] { awoke(); });
   name_ = std::make_unique<NameWatch>(bus_.get(), kName,
                                       [this](const std::string& owner) { ownerChanged(owner); });
 }

@@ -75,7 +75,7 @@ class UPowerMirror {
   std::map<std::string, Device> devices_;  // by object path, DisplayDevice among them
   std::unique_ptr<BusCalls> calls_;        // of this owner
   std::unique_ptr<SignalSubscription> comingsAndGoings_;
-  std::unique_ptr<SignalSubscription> sleep_;
+  std::unique_ptr<SignalSubscription> waking_;
   std::unique_ptr<NameWatch> name_;
   gulong closedHandler_ = 0;
 };

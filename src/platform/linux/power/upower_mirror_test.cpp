@@ -185,23 +185,15 @@ TEST_F(UPowerMirrorTest, FollowsARestart) {
 TEST_F(UPowerMirrorTest, WakingUpReadsEverythingAgainAndIsTold) {
   startMirror();
   ASSERT_TRUE(becomes(Status::ready));
-  const auto login = bus_.connect();
-  const GVariantPtr owned(g_dbus_connection_call_sync(
-      login.get(), "org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus",
-      "RequestName", g_variant_new("(su)", "org.freedesktop.login1", 0u), nullptr,
-      G_DBUS_CALL_FLAGS_NONE, -1, nullptr, nullptr));
-  const auto sleep = [&](GVariant* parameters) {
-    g_dbus_connection_emit_signal(login.get(), nullptr, "/org/freedesktop/login1",
-                                  "org.freedesktop.login1.Manager", "PrepareForSleep", parameters,
-                                  nullptr);
-  };
-  sleep(g_variant_new("(b)", TRUE));
-  sleep(g_variant_new("(s)", "no"));
+  FakeLogin login(bus_);
+  login.prepareForSleep(g_variant_new("(b)", TRUE));
+  login.prepareForSleep(g_variant_new("(s)", "no"));
   upower_->set("DisplayDevice", "{'Type': <uint32 2>, 'Percentage': <30.0>}");
-  sleep(g_variant_new("(b)", FALSE));
+  login.prepareForSleep(g_variant_new("(b)", FALSE));
   ASSERT_TRUE(showsLevel(30));
   EXPECT_EQ(changes_, 2);
-  sleep(g_variant_new("(b)", FALSE));  // nothing is different, which the application can't know
+  login.prepareForSleep(
+      g_variant_new("(b)", FALSE));  // nothing is different, which the application can't know
   EXPECT_TRUE(runUntil([&] { return changes_ == 3; }));
 }
 
