@@ -9,6 +9,8 @@ _BATTERY = f"{UPOWER}.Device"
 _PROPERTIES = "org.freedesktop.DBus.Properties"
 _BATTERY_PATH = "/org/freedesktop/UPower/devices/battery_BAT0"
 _ADAPTER_PATH = "/org/freedesktop/UPower/devices/line_power_AC"
+_UPS_PATH = "/org/freedesktop/UPower/devices/ups_hiddev0"
+_UPS = 3  # UPower's Type
 _DAEMON_XML = f"""<node><interface name="{UPOWER}">
 <method name="EnumerateDevices"><arg type="ao" direction="out"/></method>
 <method name="GetDisplayDevice"><arg type="o" direction="out"/></method>
@@ -23,9 +25,12 @@ def _variants(**properties):
 
 
 class FakeUPower:
-    """One battery, one adapter and the composite of them, on the bus at `address`."""
+    """One battery, one adapter and the composite of them, on the bus at `address`.
 
-    def __init__(self, address):
+    With a `ups`, its level, the composite is that of the UPS alone, as in upowerd.
+    """
+
+    def __init__(self, address, ups=None):
         self._bus = Bus(address)
         battery = dict(
             Type=2, PowerSupply=True, IsPresent=True, Percentage=57.0, State=2, WarningLevel=1,
@@ -38,6 +43,14 @@ class FakeUPower:
             _BATTERY_PATH: {**_variants(NativePath="BAT0", **battery), **times},
             _ADAPTER_PATH: _variants(NativePath="AC", Type=1, PowerSupply=True, Online=False),
         }
+        self._changing = [_BATTERY_PATH, DISPLAY_DEVICE]
+        if ups is not None:
+            self._changing = [_BATTERY_PATH]
+            self._objects[_UPS_PATH] = {
+                **_variants(NativePath="hiddev0", **{**battery, "Type": _UPS, "Percentage": ups}),
+                **times,
+            }
+            self._objects[DISPLAY_DEVICE] = self._objects[_UPS_PATH]
 
     def __enter__(self):
         self._bus.in_thread(self._export)
@@ -49,12 +62,12 @@ class FakeUPower:
 
     def level(self, percentage):
         """A new level, told of the battery and of the composite, as upowerd does."""
-        for path in (_BATTERY_PATH, DISPLAY_DEVICE):
+        for path in self._changing:
             self._tell(path, _BATTERY, _variants(Percentage=float(percentage)))
 
     def plug(self, on):
         self._tell(_ADAPTER_PATH, _BATTERY, _variants(Online=on))
-        for path in (_BATTERY_PATH, DISPLAY_DEVICE):
+        for path in self._changing:
             self._tell(path, _BATTERY, _variants(State=1 if on else 2))
         self._tell("/org/freedesktop/UPower", UPOWER, _variants(OnBattery=not on))
 
@@ -81,10 +94,10 @@ class FakeUPower:
                 None,
             )
 
-    @staticmethod
-    def _on_call(_connection, _sender, _path, _interface, method, _arguments, invocation):
+    def _on_call(self, _connection, _sender, _path, _interface, method, _arguments, invocation):
         if method == "EnumerateDevices":
-            result = GLib.Variant("(ao)", ([_BATTERY_PATH, _ADAPTER_PATH],))
+            listed = self._objects.keys() - {"/org/freedesktop/UPower", DISPLAY_DEVICE}
+            result = GLib.Variant("(ao)", (sorted(listed),))
         else:
             result = GLib.Variant("(o)", (DISPLAY_DEVICE,))
         invocation.return_value(result)

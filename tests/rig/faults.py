@@ -1,6 +1,7 @@
 """The same fault again and again: what it costs the program, and what it leaves behind in it."""
 
 import os
+import pathlib
 import typing
 
 from .menu import Menu
@@ -17,13 +18,14 @@ class Holdings(typing.NamedTuple):
     """What a program has taken of the computer."""
 
     dirty: int  # kB
-    descriptors: int
+    descriptors: list  # of what kinds, sorted
     threads: int
 
 
 def holdings(pid):
-    descriptors = len(os.listdir(f"/proc/{pid}/fd"))
-    return Holdings(memory(pid).dirty, descriptors, threads(pid))
+    links = pathlib.Path(f"/proc/{pid}/fd").iterdir()
+    kinds = sorted(os.readlink(link).rstrip("]0123456789") for link in links)
+    return Holdings(memory(pid).dirty, kinds, threads(pid))
 
 
 def say(fault, count):
@@ -68,7 +70,8 @@ def outlives(test, kelvane, fault, count, once, milliseconds):
     wait_until_idle(pid)
     after, cost = holdings(pid), spent(done_before, activity(pid))
     each = cost.milliseconds / (count - _WARM_UP)
-    print(f"{fault}: {before} before, {after} after, {each:.1f} ms each")
+    told = [f"{state.dirty} kB, {len(state.descriptors)} descriptors" for state in (before, after)]
+    print(f"{fault}: {told[0]} before, {told[1]} after, {each:.1f} ms each")
     test.assertEqual(after.descriptors, before.descriptors)
     test.assertLessEqual(after.threads, before.threads)  # those of the start end by themselves
     if _IS_MEASURABLE:

@@ -81,7 +81,7 @@ class Power(Fixture):
         self.set(*supplies.plugged(self.names, False))
 
     def add(self, name, **attributes):
-        """Adds a supply, with other attributes than its name would give it."""
+        """A supply that comes: one at 57 %, but for the attributes given."""
         self._ask("add", name, {**supplies.attributes(name), **attributes})
         self.names.append(name)
 
