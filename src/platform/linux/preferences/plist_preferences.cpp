@@ -57,10 +57,12 @@ void PlistPreferences::setObject(const std::string& key, PropertyValue value) {
 
 bool PlistPreferences::synchronize() { return write(); }
 
-void PlistPreferences::storedValueChanged(const std::string& key) {
+void PlistPreferences::storedValueChanged(const std::string& key) { writeLater({key}); }
+
+void PlistPreferences::writeLater(std::set<std::string> keys) {
   const std::lock_guard lock(stateMutex_);
-  unwritten_.insert(key);
-  if (idleSource_ == 0) idleSource_ = g_idle_add(onIdle, this);
+  unwritten_.merge(keys);
+  if (idleSource_ == 0 && !unwritten_.empty()) idleSource_ = g_idle_add(onIdle, this);
 }
 
 gboolean PlistPreferences::onIdle(gpointer self) {
@@ -119,6 +121,8 @@ void PlistPreferences::reload() {
   for (const auto& [key, value] : changes)
     // Ours comes after theirs, also when an observer has just set it.
     if (!isUnwritten(key)) changedElsewhere(key, value);
+  // What could not be written: others have found the room that it lacked.
+  if (!changes.empty()) writeLater({});
 }
 
 bool PlistPreferences::isUnwritten(const std::string& key) {

@@ -2,7 +2,8 @@
 //
 // Made and destroyed on the main thread; reading, setting and observing on any. What is set is
 // written once per turn of the main loop, after what is more urgent; `synchronize` and the end of
-// the object write at once. A write that fails is reported and tried again with the next one.
+// the object write at once. A write that fails is reported and tried again with the next one, and
+// when another process has stored something.
 #pragma once
 
 #include <filesystem>
@@ -45,6 +46,8 @@ class PlistPreferences : public PreferencesTable {
   void storedValueChanged(const std::string& key) override;
 
  private:
+  // These keys, and those that could not be written before.
+  void writeLater(std::set<std::string> keys);
   static gboolean onIdle(gpointer self);
   bool write();
   void reload();

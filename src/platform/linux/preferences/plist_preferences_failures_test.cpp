@@ -131,6 +131,21 @@ TEST_F(FailingWrites, MoreThanMayBeReadAgain) {
   EXPECT_TRUE(preferences->synchronize());
 }
 
+TEST_F(FailingWrites, AreTriedAgainWhenAnotherProcessCouldWrite) {
+  put(PropertyDictionary{});
+  const auto preferences = follow();
+  const fs::path obstacle = path.string() + ".lock";
+  fs::create_directory(obstacle);
+  preferences->setObject("key", "new");
+  while (g_main_context_iteration(nullptr, FALSE)) continue;
+  EXPECT_THAT(reports, SizeIs(1));
+  fs::remove(obstacle);
+  const auto other = open();
+  other->setObject("theirs", 1);
+  EXPECT_TRUE(other->synchronize());
+  EXPECT_TRUE(until([&] { return onDisk() == PropertyDictionary{{"key", "new"}, {"theirs", 1}}; }));
+}
+
 TEST_F(FailingWrites, AFileInTheFoldersPlace) {
   std::ofstream(root / "config") << "not a folder";
   const auto preferences = open();
