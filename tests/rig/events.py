@@ -32,6 +32,13 @@ class EventSource:
             self._next()
             said.wait_for("NewIcon", seconds)
 
+    def flood(self, count, last):
+        """Sends so many levels as fast as the bus takes them, the last one `last` per cent."""
+        for _ in range(count - 1):
+            self._count += 1
+            self._upower.level(self._level())
+        self._upower.level(last)
+
     def _next(self):
         self._count += 1
         if self._count % 10 == 0:
@@ -39,6 +46,9 @@ class EventSource:
             (self.tree.plug if on else self.tree.unplug)()
             self._upower.plug(on)
         else:
-            level = 30 + self._count * 7 % 60
+            level = self._level()
             self.tree.set(f"capacity={level}")
             self._upower.level(level)
+
+    def _level(self):
+        return 30 + self._count * 7 % 60
