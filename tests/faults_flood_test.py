@@ -20,15 +20,14 @@ class FloodTest(SoakCase):
     def test_the_last_of_many_events_is_shown(self):
         kelvane = self.start_kelvane()
         item, pid = kelvane.item(), kelvane.process.pid
-        faults.wait_until_idle(pid)
-        before, began, done = faults.holdings(pid), time.monotonic(), activity(pid)
+        before, began, done = faults.settled(pid), time.monotonic(), activity(pid)
         sizes = []
         for number in range(MOST_ROUNDS):
             last = 95 - number
             self.source.flood(EVENTS // ROUNDS, last)
             faults.wait_for_line(item, f"{last}%", "the flood", seconds=120)
-            faults.wait_until_idle(pid)
-            sizes.append(faults.holdings(pid).dirty)
+            after = faults.settled(pid)
+            sizes.append(after.dirty)
             is_settled = number > 0 and sizes[-1] - sizes[-2] <= ALLOWED_GROWTH
             if number + 1 >= ROUNDS and (is_settled or not faults.IS_MEASURABLE):
                 break
@@ -36,7 +35,7 @@ class FloodTest(SoakCase):
         cost = spent(done, activity(pid))
         print(f"{time.monotonic() - began:.1f} s, {cost.milliseconds / count:.3f} ms each; "
               f"{before.dirty} kB before, then {sizes} kB")
-        self.assertEqual(faults.holdings(pid).descriptors, before.descriptors)
+        self.assertEqual(after.descriptors, before.descriptors)
         self.assertEqual((kelvane.terminate(), kelvane.output()), (0, ""))
         self.assertTrue(is_settled or not faults.IS_MEASURABLE, f"{sizes} kB")
         faults.say("battery event in a flood", count)

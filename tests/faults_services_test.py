@@ -6,6 +6,7 @@ from rig import faults
 from rig.bus import Bus
 from rig.case import CommandCase, DeskCase
 from rig.kelvane import IDENTIFIER, Kelvane
+from rig.menu import Menu
 from rig.private_bus import start_bus
 from rig.processes import Processes, wait_until
 from rig.supplies import SupplyDirectory
@@ -81,6 +82,8 @@ class UPowerTest(CrashCase):
             self.power.set(f"capacity={self.level(number)}")
             self.power.start_upower()
             faults.wait_for_line(item, f"{self.level(number)}%", "UPower's return")
+            # Which knows what the kernel does not tell.
+            wait_until(lambda: Menu.of(item).labels()[1].endswith(" Remaining"), "its estimate")
 
         self.crashes(kelvane, "upowerd killed", crash)
 

@@ -39,11 +39,11 @@ class WritersTest(DeskCase):
         # The running one has heard of all: a fresh one shows the same.
         followed = lambda: kelvane.item().picture() != before
         wait_until(followed, "the running program to follow")
-        faults.wait_until_idle(kelvane.process.pid)
+        faults.settled(kelvane.process.pid)
         after = kelvane.item().picture()
         self.assertEqual(kelvane.terminate(), 0)
         again = self.start_kelvane(directory=kelvane.directory)
-        faults.wait_until_idle(again.process.pid)
+        faults.settled(again.process.pid)
         self.assertEqual(again.item().picture(), after)
         faults.say("four writers of four keys", len(WRITERS) * (ROUNDS + 1))
 
@@ -62,14 +62,14 @@ class WritersTest(DeskCase):
         shown, default = kelvane.item(), kelvane.item().picture()
         self.write(kelvane, [("oldIconStyle", True)])
         wait_until(lambda: shown.picture() != default, "the other style")
-        faults.wait_until_idle(kelvane.process.pid)
+        faults.settled(kelvane.process.pid)
         picture = shown.picture()
         whole = kelvane.preferences_file.read_bytes()
         sizes = range(0, whole.index(b"</dict>"), len(whole) // 40)
         for size in sizes:
             kelvane.preferences_file.write_bytes(whole[:size])
             self.assertEqual(shown.picture(), picture)
-        faults.wait_until_idle(kelvane.process.pid)
+        faults.settled(kelvane.process.pid)
         self.assertEqual(shown.picture(), picture)
         kelvane.preferences_file.write_bytes(whole.replace(b"oldIconStyle", b"elsewise"))
         wait_until(lambda: shown.picture() == default, "the file to be followed again")

@@ -23,29 +23,28 @@ class Holdings(typing.NamedTuple):
     threads: int
 
 
-def holdings(pid):
-    links = pathlib.Path(f"/proc/{pid}/fd").iterdir()
-    kinds = sorted(os.readlink(link).rstrip("]0123456789") for link in links)
-    return Holdings(memory(pid).dirty, kinds, threads(pid))
-
-
 def say(fault, count):
     """One line for scripts that list what was tried, and how often."""
-    print(f"fault {fault} count {count}", flush=True)
+    # The test runner has left its line unfinished.
+    print(f"\nfault {fault} count {count}", flush=True)
 
 
-def wait_until_idle(pid):
-    """Waits until for half a second none of the program's threads has run."""
+def settled(pid):
+    """What the program holds once none of its threads has run for half a second."""
     last, since = activity(pid), time.monotonic()
 
-    def is_idle():
+    def when_idle():
         nonlocal last, since
+        if time.monotonic() - since >= 0.5:
+            held = _holdings(pid)
+            if activity(pid) == last:
+                return held
         now = activity(pid)
         if now != last:
             last, since = now, time.monotonic()
-        return time.monotonic() - since >= 0.5
+        return None
 
-    wait_until(is_idle, "the program to be idle", interval=0.05)
+    return wait_until(when_idle, "the program to be idle", interval=0.05)
 
 
 def wait_for_line(item, line, what, seconds=15.0):
@@ -59,6 +58,16 @@ def wait_for_line(item, line, what, seconds=15.0):
         has_it, lambda: f"“{line}” after {what}: {Menu.of(item).labels()}", seconds)
 
 
+def _holdings(pid):
+    kinds = []
+    for link in pathlib.Path(f"/proc/{pid}/fd").iterdir():
+        try:
+            kinds.append(os.readlink(link).rstrip("]0123456789"))
+        except FileNotFoundError:
+            kinds.append("closed in this moment")
+    return Holdings(memory(pid).dirty, sorted(kinds), threads(pid))
+
+
 def outlives(test, kelvane, fault, count, once, milliseconds):
     """Runs `once(number)` so often; then the program must hold no more than before, and be idle.
 
@@ -67,12 +76,10 @@ def outlives(test, kelvane, fault, count, once, milliseconds):
     pid = kelvane.process.pid
     for number in range(_WARM_UP):
         once(number)
-    wait_until_idle(pid)
-    before, done_before = holdings(pid), activity(pid)
+    before, done_before = settled(pid), activity(pid)
     for number in range(_WARM_UP, count):
         once(number)
-    wait_until_idle(pid)
-    after, cost = holdings(pid), spent(done_before, activity(pid))
+    after, cost = settled(pid), spent(done_before, activity(pid))
     each = cost.milliseconds / (count - _WARM_UP)
     told = [f"{state.dirty} kB, {len(state.descriptors)} descriptors" for state in (before, after)]
     print(f"{fault}: {told[0]} before, {told[1]} after, {each:.1f} ms each")
