@@ -11,7 +11,8 @@ from rig.menu import Menu
 from rig.processes import wait_until
 
 TIMES = 20
-LOW = "Your Mac is running out of battery and will soon sleep unless plugged into a power outlet."
+LOW = ("Your Mac is running out of battery and will soon sleep "
+       "unless plugged into a power outlet.")
 SAYS_LOW = f"kelvane: {LOW}"
 LONGEST = 20 * 3600  # seconds of a time that a battery can have
 

@@ -1,4 +1,4 @@
-"""What kelvane leans on crashes fifty times: it is back each time, and holds no more than before."""
+"""What kelvane leans on crashes again and again: it is back each time and holds no more for it."""
 
 import unittest
 
