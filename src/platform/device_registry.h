@@ -1,4 +1,5 @@
-// The table of devices that the operating system keeps. Main thread; every call reads afresh.
+// The table of devices that the operating system keeps. Main thread. Calls in one turn of
+// the run loop may share a reading; a later turn reads afresh.
 #pragma once
 
 #include <cstdint>

@@ -56,8 +56,7 @@ std::vector<PropertyDictionary> LinuxPowerSources::descriptions() {
 }
 
 double LinuxPowerSources::timeRemainingEstimate() {
-  return powerReadings(readSupplies(options_.directory, SupplyFields::state), upower())
-      .timeRemainingEstimate;
+  return powerReadings(supplies_.read(SupplyFields::state), upower()).timeRemainingEstimate;
 }
 
 BatteryWarningLevel LinuxPowerSources::warningLevel() { return readings().warningLevel; }
@@ -87,14 +86,14 @@ bool LinuxPowerSources::hasListeners() {
   return !listeners_.empty();
 }
 
-PowerReadings LinuxPowerSources::readings() const {
+PowerReadings LinuxPowerSources::readings() {
   // While UPower serves, only the estimate needs the kernel's word, on the adapter.
   if (const UPowerSnapshot* mirrored = upower()) return powerReadings({}, mirrored);
-  return powerReadings(readSupplies(options_.directory, SupplyFields::all), nullptr);
+  return powerReadings(supplies_.read(SupplyFields::all), nullptr);
 }
 
-LinuxPowerSources::Reading LinuxPowerSources::read() const {
-  const auto supplies = readSupplies(options_.directory, SupplyFields::all);
+LinuxPowerSources::Reading LinuxPowerSources::read() {
+  const auto& supplies = supplies_.readAfresh();
   return {powerReadings(supplies, upower()), registryProperties(supplies)};
 }
 

@@ -16,7 +16,7 @@
 #include "platform/linux/glib/system_bus.h"
 #include "platform/linux/power/power_rules.h"
 #include "platform/linux/power/supply_watch.h"
-#include "platform/linux/power/sysfs_supply.h"
+#include "platform/linux/power/turn_supplies.h"
 #include "platform/linux/power/upower_mirror.h"
 #include "platform/portable/run_loop_queue.h"
 #include "platform/power_sources.h"
@@ -64,13 +64,15 @@ class LinuxPowerSources : public PowerSources {
   void updateWatch();
   bool hasListeners();
   // All but the estimate.
-  PowerReadings readings() const;
-  Reading read() const;
+  PowerReadings readings();
+  // Afresh: what told of a change may have come in this very turn.
+  Reading read();
   void signalIfChanged();
   void signal();
 
   RunLoopQueue& loop_;
   PowerOptions options_;
+  TurnSupplies supplies_{options_.directory};
   std::optional<SystemBusRequest> busRequest_;
   std::unique_ptr<UPowerMirror> mirror_;
   std::unique_ptr<SignalSubscription> waking_;  // without a mirror, which hears it itself

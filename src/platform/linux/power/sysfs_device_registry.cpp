@@ -3,7 +3,6 @@
 #include <utility>
 
 #include "platform/linux/power/registry_rules.h"
-#include "platform/linux/power/sysfs_supply.h"
 
 namespace kelvane {
 namespace {
@@ -13,20 +12,19 @@ constexpr ServiceHandle kBattery = 1;
 
 }  // namespace
 
-SysfsDeviceRegistry::SysfsDeviceRegistry(std::string directory)
-    : directory_(std::move(directory)) {}
+SysfsDeviceRegistry::SysfsDeviceRegistry(std::string directory) : supplies_(std::move(directory)) {}
 
 ServiceHandle SysfsDeviceRegistry::findService(std::string_view name) {
   if (name != "AppleSmartBattery") return 0;
-  return hasBattery(readSupplies(directory_, SupplyFields::state)) ? kBattery : 0;
+  return hasBattery(supplies_.read(SupplyFields::state)) ? kBattery : 0;
 }
 
 std::optional<PropertyValue> SysfsDeviceRegistry::property(ServiceHandle service,
                                                            std::string_view name) {
   if (service != kBattery) return std::nullopt;
   const bool isOfState = name == "ExternalConnected" || name == "IsCharging";
-  const auto properties = registryProperties(
-      readSupplies(directory_, isOfState ? SupplyFields::state : SupplyFields::all));
+  const auto properties =
+      registryProperties(supplies_.read(isOfState ? SupplyFields::state : SupplyFields::all));
   const auto found = properties.find(std::string(name));
   return found == properties.end() ? std::nullopt : std::optional(found->second);
 }

@@ -1,10 +1,11 @@
-// The device registry on Linux: the battery's entry, read from a tree of power supplies afresh for
-// each property. Main thread.
+// The device registry on Linux: the battery's entry, read from a tree of power supplies once
+// for all properties asked for in a turn of the main loop. Main thread.
 #pragma once
 
 #include <string>
 
 #include "platform/device_registry.h"
+#include "platform/linux/power/turn_supplies.h"
 
 namespace kelvane {
 
@@ -18,7 +19,7 @@ class SysfsDeviceRegistry : public DeviceRegistry {
   void release(ServiceHandle service) override;
 
  private:
-  std::string directory_;
+  TurnSupplies supplies_;
 };
 
 }  // namespace kelvane
