@@ -7,7 +7,6 @@
 #include "menu/tq_menu.h"
 #include "menubar/item_text.h"
 #include "platform/linux/drawing/backing.h"
-#include "platform/linux/drawing/cairo_graphics.h"
 #include "platform/linux/power/sysfs_device_registry.h"
 #include "platform/memory/memory_computer.h"
 #include "programs/kelvane-commands/item_sketch.h"

@@ -1,22 +1,22 @@
 // The item in the states that people see, compared with pictures that somebody has looked at.
 //
 // `make golden` writes them anew; look at each before committing. The font is pinned, and a pixel
-// may differ a little, as FreeType's and cairo's versions round differently.
+// may differ a little, as FreeType's versions round differently.
 
 #include <algorithm>
 #include <cstdint>
 #include <cstdlib>
-#include <cstring>
 #include <filesystem>
 #include <optional>
 #include <ostream>
 #include <string>
 #include <vector>
 
-#include <cairo.h>
 #include <gtest/gtest.h>
 
 #include "menubar/pictures.h"
+#include "platform/linux/drawing/png_file.h"
+#include "platform/linux/drawing/png_reader_test.h"
 #include "platform/memory/memory_power.h"
 #include "platform/memory/memory_preferences.h"
 #include "programs/kelvane-commands/item_sketch.h"
@@ -86,24 +86,6 @@ Bitmap render(const GoldenState& state, double scale) {
   FontFaces fonts("DejaVu Sans");
   const Slot slot{.shape = state.shape, .height = 22, .scale = scale};
   return sketchItem(registry, powerSources, preferences, fonts, {slot, state.bar});
-}
-
-std::optional<Bitmap> readPng(const std::filesystem::path& path) {
-  cairo_surface_t* surface = cairo_image_surface_create_from_png(path.c_str());
-  std::optional<Bitmap> bitmap;
-  if (cairo_surface_status(surface) == CAIRO_STATUS_SUCCESS &&
-      cairo_image_surface_get_format(surface) == CAIRO_FORMAT_ARGB32) {
-    bitmap.emplace(Bitmap{
-        cairo_image_surface_get_width(surface), cairo_image_surface_get_height(surface), {}});
-    const auto width = static_cast<std::size_t>(bitmap->width);
-    bitmap->pixels.resize(width * static_cast<std::size_t>(bitmap->height));
-    const auto stride = static_cast<std::size_t>(cairo_image_surface_get_stride(surface));
-    for (std::size_t y = 0; y < static_cast<std::size_t>(bitmap->height); ++y)
-      std::memcpy(&bitmap->pixels[y * width], cairo_image_surface_get_data(surface) + y * stride,
-                  width * sizeof(std::uint32_t));
-  }
-  cairo_surface_destroy(surface);
-  return bitmap;
 }
 
 // The largest difference of any channel of any pixel, and their mean over all.

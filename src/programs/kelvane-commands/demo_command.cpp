@@ -13,7 +13,7 @@
 #include "app/app_main.h"
 #include "kit/kit_keys.h"
 #include "platform/linux/desktop/linux_text_formats.h"
-#include "platform/linux/drawing/cairo_graphics.h"
+#include "platform/linux/drawing/linux_graphics.h"
 #include "platform/linux/glib/glib_ptr.h"
 #include "platform/linux/glib/glib_run_loop.h"
 #include "platform/linux/tray/linux_status_bar.h"
@@ -130,7 +130,7 @@ class Demo {
   GObjectPtr<GDBusConnection> bus_;
   GlibRunLoop loop_;
   FontFaces fonts_;
-  CairoGraphics graphics_{fonts_};
+  LinuxGraphics graphics_{fonts_};
   MemoryComputer computer_;
   LinuxTextFormats textFormats_;
   DemoNotifications notifications_{out_};

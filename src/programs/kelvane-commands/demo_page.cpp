@@ -2,6 +2,7 @@
 
 #include <fstream>
 
+#include "platform/linux/drawing/png_file.h"
 #include "programs/kelvane-commands/item_sketch.h"
 
 namespace kelvane {

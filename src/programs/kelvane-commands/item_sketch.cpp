@@ -4,7 +4,7 @@
 #include "kit/kit_keys.h"
 #include "menu/tq_menu.h"
 #include "menubar/status_item_controller.h"
-#include "platform/linux/drawing/cairo_graphics.h"
+#include "platform/linux/drawing/linux_graphics.h"
 #include "platform/linux/tray/item_picture.h"
 #include "platform/memory/memory_run_loop.h"
 #include "settings/settings_keys.h"
@@ -21,7 +21,7 @@ Bitmap sketchItem(DeviceRegistry& registry, PowerSources& powerSources, Preferen
   MemoryStatusBar statusBar;
   statusBar.slot = place.slot;
   statusBar.appearance = place.bar;
-  CairoGraphics graphics(fonts);
+  LinuxGraphics graphics(fonts);
   const SettingsKeys settings(preferences);
   const KitKeys kitKeys(preferences);
   const Battery battery(registry, powerSources, loop);

@@ -3,6 +3,7 @@
 #include <memory>
 #include <ostream>
 
+#include "platform/linux/drawing/png_file.h"
 #include "platform/linux/preferences/plist_preferences.h"
 #include "platform/memory/memory_preferences.h"
 #include "programs/kelvane-commands/power_reading.h"

@@ -13,7 +13,7 @@
 #include "menubar/item_text.h"
 #include "platform/linux/desktop/linux_system_info.h"
 #include "platform/linux/desktop/linux_text_formats.h"
-#include "platform/linux/drawing/cairo_graphics.h"
+#include "platform/linux/drawing/linux_graphics.h"
 #include "platform/linux/preferences/plist_preferences.h"
 #include "programs/kelvane-commands/power_reading.h"
 #include "programs/kelvane/foreign_text.h"
@@ -73,7 +73,7 @@ int runStatusCommand(const PowerOptions& power, bool asJson, std::ostream& out,
   const SettingsKeys settings(preferences);
   const Battery battery(reading.registry, reading.powerSources, reading.loop);
   FontFaces fonts;
-  CairoGraphics graphics(fonts);
+  LinuxGraphics graphics(fonts);
   LinuxSystemInfo systemInfo;
   LinuxTextFormats textFormats;
   StatusLine line = makeStatusLine({battery, settings, graphics},

@@ -15,7 +15,7 @@ class PictureView : public Gtk::DrawingArea {
   PictureView(const Picture& picture, int side);
 
  private:
-  void draw(cairo_t* context, int width, int height);
+  void draw(const Cairo::RefPtr<Cairo::Context>& context, int width, int height);
   Picture picture_;
   // The canvas asks for it. No text is drawn with it: it would give back all fonts of the process.
   FontFaces faces_;

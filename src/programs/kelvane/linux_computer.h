@@ -7,8 +7,8 @@
 #include "platform/linux/desktop/linux_system_info.h"
 #include "platform/linux/desktop/linux_text_formats.h"
 #include "platform/linux/desktop/linux_workspace.h"
-#include "platform/linux/drawing/cairo_graphics.h"
 #include "platform/linux/drawing/font_faces.h"
+#include "platform/linux/drawing/linux_graphics.h"
 #include "platform/linux/glib/glib_run_loop.h"
 #include "platform/linux/notifications/linux_user_notifications.h"
 #include "platform/linux/notifications/notice_board.h"
@@ -36,7 +36,7 @@ class LinuxComputer {
   SysfsDeviceRegistry registry;
   LinuxPowerSources powerSources;
   FontFaces fonts;
-  CairoGraphics graphics{fonts};
+  LinuxGraphics graphics{fonts};
   // Where the user last clicked the item, if the host tells such places.
   std::optional<Point> itemPlace;
   LinuxStatusBar statusBar;

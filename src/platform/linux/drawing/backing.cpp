@@ -6,6 +6,8 @@
 #include <utility>
 #include <vector>
 
+#include "platform/linux/drawing/pixels.h"
+
 namespace kelvane {
 namespace {
 
@@ -112,25 +114,6 @@ Mask widened(Mask mask, double margin) {
   return result;
 }
 
-std::uint32_t premultiplied(const Color& color, double alpha) {
-  const auto byte = [](double v) {
-    return static_cast<std::uint32_t>(std::lround(std::clamp(v, 0.0, 1.0) * 255));
-  };
-  return byte(alpha) << 24 | byte(color.red * alpha) << 16 | byte(color.green * alpha) << 8 |
-         byte(color.blue * alpha);
-}
-
-// `over` on `under`, both premultiplied.
-std::uint32_t composite(std::uint32_t over, std::uint32_t under) {
-  const std::uint32_t rest = 255 - (over >> 24);
-  std::uint32_t result = 0;
-  for (const int shift : {24, 16, 8, 0}) {
-    const std::uint32_t below = ((under >> shift & 0xFF) * rest + 127) / 255;
-    result |= std::min<std::uint32_t>(255, (over >> shift & 0xFF) + below) << shift;
-  }
-  return result;
-}
-
 }  // namespace
 
 Bitmap withBacking(const Bitmap& bitmap, const Color& color, double gap, double margin) {
@@ -140,7 +123,7 @@ Bitmap withBacking(const Bitmap& bitmap, const Color& color, double gap, double 
   Bitmap result = bitmap;
   for (std::size_t i = 0; i < result.pixels.size(); ++i) {
     const double alpha = color.alpha * static_cast<double>(mask.values[i]);
-    result.pixels[i] = composite(bitmap.pixels[i], premultiplied(color, alpha));
+    result.pixels[i] = over(bitmap.pixels[i], premultiplied(color, alpha));
   }
   return result;
 }

@@ -4,7 +4,6 @@
 
 #include <cstdint>
 #include <optional>
-#include <string>
 #include <vector>
 
 #include "platform/color.h"
@@ -15,7 +14,7 @@
 namespace kelvane {
 
 // Rows from the top down without padding. A pixel is 0xAARRGGBB in the machine's byte order, its
-// colours multiplied by its alpha (cairo's ARGB32).
+// colours multiplied by its alpha.
 struct Bitmap {
   int width = 0;
   int height = 0;
@@ -44,8 +43,5 @@ void moveUp(Bitmap& bitmap, int rows);
 // The pixels as a StatusNotifierItem's IconPixmap carries them: four bytes each, alpha, red, green,
 // blue, not multiplied by the alpha.
 std::vector<std::uint8_t> straightBigEndianArgb(const Bitmap& bitmap);
-
-// Writes a PNG file. Absent on success, else why not, in words that name the file.
-std::optional<std::string> writePng(const Bitmap& bitmap, const std::string& path);
 
 }  // namespace kelvane

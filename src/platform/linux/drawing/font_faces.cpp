@@ -193,6 +193,8 @@ const std::vector<FaceGlyph>& FontFaces::glyphs(char32_t character, FontWeight w
 
 FT_Face FontFaces::textFace(FontWeight weight) { return state_->textFace(weight); }
 
+FT_Library FontFaces::library() const { return state_->library; }
+
 bool FontFaces::covers(char32_t character) {
   const auto known = state_->coverage.find(character);
   if (known != state_->coverage.end()) return known->second;

@@ -49,6 +49,9 @@ class FontFaces {
   // The text face of a weight; null when there is no outline font on the system.
   FT_Face textFace(FontWeight weight);
 
+  // What fills their outlines; null when FreeType could not start.
+  FT_Library library() const;
+
   // Whether any outline font of the system has the character; asks fontconfig at most once for each
   // character and family.
   bool covers(char32_t character);

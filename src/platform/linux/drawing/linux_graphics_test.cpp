@@ -1,4 +1,4 @@
-#include "platform/linux/drawing/cairo_graphics.h"
+#include "platform/linux/drawing/linux_graphics.h"
 
 #include <limits>
 
@@ -14,7 +14,7 @@ namespace {
 constexpr double kDigit = 1303 / 2048.0;
 constexpr double kLine = (1901 + 483) / 2048.0;
 
-class CairoGraphicsTest : public ::testing::Test {
+class LinuxGraphicsTest : public ::testing::Test {
  protected:
   static TextStyle style(double size, double kern = 0) {
     TextStyle result;
@@ -29,10 +29,10 @@ class CairoGraphicsTest : public ::testing::Test {
 
   PinnedFonts fonts_{{"DejaVu Sans"}};
   FontFaces faces_;
-  CairoGraphics graphics_{faces_};
+  LinuxGraphics graphics_{faces_};
 };
 
-TEST_F(CairoGraphicsTest, inkNarrowsWithEveryStepOfTheSize) {
+TEST_F(LinuxGraphicsTest, inkNarrowsWithEveryStepOfTheSize) {
   for (const char* text : {"57\uFE6A", "100\uFE6A", "2:05", "\u2026"}) {
     const Rect whole = graphics_.inkBounds(text, style(10));
     double previous = std::numeric_limits<double>::infinity();
@@ -46,7 +46,7 @@ TEST_F(CairoGraphicsTest, inkNarrowsWithEveryStepOfTheSize) {
   }
 }
 
-TEST_F(CairoGraphicsTest, nothingMeasuresNothing) {
+TEST_F(LinuxGraphicsTest, nothingMeasuresNothing) {
   const double nan = std::numeric_limits<double>::quiet_NaN();
   for (const double size : {0.0, -0.2, -10.0, nan}) {
     EXPECT_EQ(graphics_.inkBounds("57", style(size, -0.4)), Rect()) << size;
@@ -58,7 +58,7 @@ TEST_F(CairoGraphicsTest, nothingMeasuresNothing) {
   EXPECT_EQ(graphics_.lineBounds({}), Size());
 }
 
-TEST_F(CairoGraphicsTest, kernFollowsEveryCharacter) {
+TEST_F(LinuxGraphicsTest, kernFollowsEveryCharacter) {
   EXPECT_NEAR(advance("57", 10), 20 * kDigit, 1e-9);
   EXPECT_NEAR(advance("57", 10, -0.4), 20 * kDigit - 0.8, 1e-9);
   const double loose = graphics_.inkBounds("577", style(10)).width;
@@ -66,7 +66,7 @@ TEST_F(CairoGraphicsTest, kernFollowsEveryCharacter) {
   EXPECT_NEAR(loose - tight, 0.8, 1e-9);  // the last kern moves no ink
 }
 
-TEST_F(CairoGraphicsTest, replacedCharactersAreMeasuredAsDrawn) {
+TEST_F(LinuxGraphicsTest, replacedCharactersAreMeasuredAsDrawn) {
   const double percent = advance("%", 10);
   EXPECT_NEAR(advance("\uFE6A", 10), 0.78 * percent + 2, 1e-9);
   EXPECT_NEAR(advance("\uFE6A", 10, -0.4), 0.78 * percent + 2 - 0.4, 1e-9);
@@ -75,7 +75,7 @@ TEST_F(CairoGraphicsTest, replacedCharactersAreMeasuredAsDrawn) {
   EXPECT_NEAR(advance("\u26A1\uFE0E ", 10, -0.4), advance("\u26A1 ", 10, -0.4), 1e-9);
 }
 
-TEST_F(CairoGraphicsTest, linesAddTheirRunsUp) {
+TEST_F(LinuxGraphicsTest, linesAddTheirRunsUp) {
   const TextRun small{"57", 11.0, FontWeight::regular, {}};
   const TextRun plain{"57", {}, FontWeight::regular, {}};
   const struct {

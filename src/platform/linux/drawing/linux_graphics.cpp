@@ -1,4 +1,4 @@
-#include "platform/linux/drawing/cairo_graphics.h"
+#include "platform/linux/drawing/linux_graphics.h"
 
 #include <algorithm>
 
@@ -6,11 +6,11 @@
 
 namespace kelvane {
 
-Rect CairoGraphics::inkBounds(std::string_view text, const TextStyle& style) {
+Rect LinuxGraphics::inkBounds(std::string_view text, const TextStyle& style) {
   return kelvane::inkBounds(layOutLine(faces_, text, style));
 }
 
-Size CairoGraphics::lineBounds(const AttributedText& text) {
+Size LinuxGraphics::lineBounds(const AttributedText& text) {
   double width = 0, ascent = 0, descent = 0;
   for (const TextRun& run : text.runs) {
     if (run.text.empty()) continue;

@@ -1,4 +1,4 @@
-// `Graphics` measured with the faces that the cairo canvas draws with. Main thread.
+// `Graphics` measured with the faces that the canvas draws with. Main thread.
 #pragma once
 
 #include "platform/graphics.h"
@@ -10,10 +10,10 @@ namespace kelvane {
 inline constexpr double kDefaultFontSize = 13;
 inline constexpr double kSmallSystemFontSize = 11;
 
-class CairoGraphics : public Graphics {
+class LinuxGraphics : public Graphics {
  public:
   // `faces` outlives this object.
-  explicit CairoGraphics(FontFaces& faces) : faces_(faces) {}
+  explicit LinuxGraphics(FontFaces& faces) : faces_(faces) {}
 
   Rect inkBounds(std::string_view text, const TextStyle& style) override;
   Size lineBounds(const AttributedText& text) override;

@@ -1,8 +1,9 @@
-#include "platform/linux/drawing/cairo_canvas.h"
+#include "platform/linux/drawing/bitmap_canvas.h"
 
 #include <cmath>
 #include <functional>
 #include <limits>
+#include <string>
 
 #include <gtest/gtest.h>
 
@@ -31,7 +32,7 @@ std::vector<PathStep> joined(std::vector<PathStep> first, const std::vector<Path
   return first;
 }
 
-class CairoCanvasTest : public ::testing::Test {
+class BitmapCanvasTest : public ::testing::Test {
  protected:
   Bitmap render(double width, double height, const Drawing& drawing,
                 std::optional<Color> foreground = {}, bool isTemplate = false) {
@@ -66,7 +67,7 @@ class CairoCanvasTest : public ::testing::Test {
   FontFaces faces_;
 };
 
-TEST_F(CairoCanvasTest, picturesAreStretchedWithYUpwards) {
+TEST_F(BitmapCanvasTest, picturesAreStretchedWithYUpwards) {
   const Picture picture{"corner", {2, 2}, {{box(0, 0, 1, 1), 1, {}}}, true};
   const Bitmap bitmap = render(8, 6, [&](Canvas& canvas, const Rect&) {
     canvas.drawPicture(picture, {2, 1, 4, 4}, 1);
@@ -74,7 +75,7 @@ TEST_F(CairoCanvasTest, picturesAreStretchedWithYUpwards) {
   EXPECT_EQ(ink(bitmap), (Rect{2, 1, 2, 2}));
 }
 
-TEST_F(CairoCanvasTest, outlinesInsideOutlinesAreHoles) {
+TEST_F(BitmapCanvasTest, outlinesInsideOutlinesAreHoles) {
   const Picture ring{"ring", {6, 6}, {{joined(box(0, 0, 6, 6), box(2, 2, 2, 2)), 1, {}}}, true};
   const Bitmap bitmap = render(
       6, 6, [&](Canvas& canvas, const Rect& rect) { canvas.drawPicture(ring, rect, 1); }, kRed);
@@ -82,7 +83,7 @@ TEST_F(CairoCanvasTest, outlinesInsideOutlinesAreHoles) {
   EXPECT_EQ(pixel(bitmap, 2, 3), 0U);
 }
 
-TEST_F(CairoCanvasTest, opacitiesMultiplyAndLayersFadeTogether) {
+TEST_F(BitmapCanvasTest, opacitiesMultiplyAndLayersFadeTogether) {
   const Picture pair{"pair",
                      {4, 1},
                      {{box(0, 0, 2, 1), 1, {}},
@@ -99,7 +100,7 @@ TEST_F(CairoCanvasTest, opacitiesMultiplyAndLayersFadeTogether) {
   EXPECT_NEAR(quarter.pixels[0] >> 24, 64, 1);
 }
 
-TEST_F(CairoCanvasTest, templatesKeepTheirAlphaAndTakeTheForeground) {
+TEST_F(BitmapCanvasTest, templatesKeepTheirAlphaAndTakeTheForeground) {
   const Drawing drawing = [](Canvas& canvas, const Rect&) {
     canvas.fill({0, 0, 1, 1}, {0, 1, 0, 1}, CompositeOperation::sourceOver);
     canvas.fill({1, 0, 1, 1}, {0, 0, 0, 0.5}, CompositeOperation::sourceOver);
@@ -111,7 +112,7 @@ TEST_F(CairoCanvasTest, templatesKeepTheirAlphaAndTakeTheForeground) {
   EXPECT_EQ(render(3, 1, drawing, kWhite, false).pixels, (Pixels{0xFF00FF00, 0x80000000, 0}));
 }
 
-TEST_F(CairoCanvasTest, sourceAtopColoursWhatIsThereAndKeepsItsAlpha) {
+TEST_F(BitmapCanvasTest, sourceAtopColoursWhatIsThereAndKeepsItsAlpha) {
   const Bitmap bitmap = render(3, 1, [](Canvas& canvas, const Rect& rect) {
     canvas.fill({0, 0, 1, 1}, {0, 0, 0, 1}, CompositeOperation::sourceOver);
     canvas.fill({1, 0, 1, 1}, {0, 0, 0, 0.5}, CompositeOperation::sourceOver);
@@ -120,7 +121,7 @@ TEST_F(CairoCanvasTest, sourceAtopColoursWhatIsThereAndKeepsItsAlpha) {
   EXPECT_EQ(bitmap.pixels, (std::vector<std::uint32_t>{0xFFFF0000, 0x80800000, 0}));
 }
 
-TEST_F(CairoCanvasTest, textIsCentredOnItsBaselineAndCutOffAtTheSides) {
+TEST_F(BitmapCanvasTest, textIsCentredOnItsBaselineAndCutOffAtTheSides) {
   const auto at = [&](const Rect& rect) {
     return ink(render(
         40, 30, [&](Canvas& canvas, const Rect&) { canvas.drawText("HH", rect, style(16)); }));
@@ -137,7 +138,7 @@ TEST_F(CairoCanvasTest, textIsCentredOnItsBaselineAndCutOffAtTheSides) {
   EXPECT_EQ(cut.height, 12);
 }
 
-TEST_F(CairoCanvasTest, textTakesItsColourOrTheForeground) {
+TEST_F(BitmapCanvasTest, textTakesItsColourOrTheForeground) {
   const auto strongest = [&](std::optional<Color> color) {
     const Bitmap bitmap = render(
         20, 20,
@@ -153,7 +154,18 @@ TEST_F(CairoCanvasTest, textTakesItsColourOrTheForeground) {
   EXPECT_EQ(strongest(kRed), 0xFFFF0000U);
 }
 
-TEST_F(CairoCanvasTest, oneBadNumberDoesNotSpoilTheRest) {
+TEST_F(BitmapCanvasTest, aTextTooLongForFreeTypeIsDrawnAsFarAsItGoes) {
+  const std::string text(20'000, '8');
+  const double length = layOutLine(faces_, text, style(10)).advance;
+  const Bitmap bitmap = render(20, 20, [&](Canvas& canvas, const Rect&) {
+    canvas.drawText(text, {2, 5, length, 10}, style(10));
+    canvas.fill({0, 0, 1, 1}, kRed, CompositeOperation::sourceOver);
+  });
+  EXPECT_EQ(ink(bitmap).x + ink(bitmap).width, 20);
+  EXPECT_EQ(pixel(bitmap, 0, 0), 0xFFFF0000U);  // the sides of the text are not the canvas's
+}
+
+TEST_F(BitmapCanvasTest, oneBadNumberDoesNotSpoilTheRest) {
   const double nan = std::numeric_limits<double>::quiet_NaN();
   const Picture dot{"dot", {1, 1}, {{box(0, 0, 1, 1), 1, {}}}, true};
   const Bitmap bitmap = render(1, 1, [&](Canvas& canvas, const Rect& rect) {
