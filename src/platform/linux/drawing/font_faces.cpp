@@ -78,6 +78,8 @@ struct FontFaces::State {
   std::map<FontWeight, std::vector<OpenFace>> furtherFaces;
   std::map<Key, std::vector<FaceGlyph>> glyphs;
   std::map<char32_t, bool> coverage;
+  FontMatcher matcher;
+  int scopes = 0;  // of `Questions`
 
   explicit State(std::string name) : family(std::move(name)) { FT_Init_FreeType(&library); }
   ~State() {
@@ -94,6 +96,12 @@ struct FontFaces::State {
     furtherFaces.clear();
     glyphs.clear();
     coverage.clear();
+  }
+
+  std::optional<FontFile> match(FontWeight weight, std::optional<char32_t> character) {
+    auto file = matcher.match(family, weight, character);
+    if (scopes == 0) matcher.release();
+    return file;
   }
 
   static void close(OpenFace& open) {
@@ -119,8 +127,7 @@ struct FontFaces::State {
   FT_Face textFace(FontWeight weight) {
     const auto known = textFaces.find(weight);
     if (known != textFaces.end()) return known->second.face;
-    return textFaces.emplace(weight, open(matchFont(family, weight, std::nullopt), weight))
-        .first->second.face;
+    return textFaces.emplace(weight, open(match(weight, std::nullopt), weight)).first->second.face;
   }
 
   // The glyph in the faces that are open already.
@@ -139,7 +146,7 @@ struct FontFaces::State {
   std::optional<FaceGlyph> anyGlyph(char32_t c, FontWeight weight) {
     if (const auto glyph = openGlyph(c, weight)) return glyph;
     if (!textFace(weight)) return std::nullopt;
-    OpenFace further = open(matchFont(family, weight, c), weight);
+    OpenFace further = open(match(weight, c), weight);
     if (!further.face) return std::nullopt;
     if (FT_Get_Char_Index(further.face, c) == 0) {
       close(further);
@@ -175,6 +182,12 @@ struct FontFaces::State {
   }
 };
 
+FontFaces::Questions::Questions(FontFaces& faces) : faces_(faces) { ++faces_.state_->scopes; }
+
+FontFaces::Questions::~Questions() {
+  if (--faces_.state_->scopes == 0) faces_.state_->matcher.release();
+}
+
 FontFaces::FontFaces(std::string family) : state_(std::make_unique<State>(std::move(family))) {}
 FontFaces::~FontFaces() = default;
 
@@ -198,7 +211,7 @@ FT_Library FontFaces::library() const { return state_->library; }
 bool FontFaces::covers(char32_t character) {
   const auto known = state_->coverage.find(character);
   if (known != state_->coverage.end()) return known->second;
-  const bool covered = matchFont(state_->family, FontWeight::regular, character).has_value();
+  const bool covered = state_->match(FontWeight::regular, character).has_value();
   return state_->coverage.emplace(character, covered).first->second;
 }
 

@@ -31,6 +31,19 @@ struct FaceGlyph {
 
 class FontFaces {
  public:
+  // While one lives, all questions to fontconfig together cost as much as one: what it has loaded
+  // is given back at the end.
+  class [[nodiscard]] Questions {
+   public:
+    explicit Questions(FontFaces& faces);
+    ~Questions();
+    Questions(const Questions&) = delete;
+    Questions& operator=(const Questions&) = delete;
+
+   private:
+    FontFaces& faces_;
+  };
+
   // `family` as fontconfig knows it; several may be separated by commas. Empty: the system's sans.
   explicit FontFaces(std::string family = {});
   ~FontFaces();

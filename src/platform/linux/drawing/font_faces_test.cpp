@@ -45,6 +45,21 @@ TEST(FontFaces, fontconfigIsAskedOnceForAFace) {
   EXPECT_EQ(fontconfigCalls(), after);
 }
 
+TEST(FontFaces, questionsTogetherLoadFontconfigOnce) {
+  const PinnedFonts fonts({"DejaVu Sans"});
+  FontFaces faces;
+  const FontconfigCalls before = fontconfigCalls();
+  {
+    const FontFaces::Questions together(faces);
+    EXPECT_EQ(fontconfigCalls(), before);
+    drawn(faces, "57");
+    faces.covers(kIdeograph);
+    EXPECT_EQ(fontconfigCalls(),
+              (FontconfigCalls{before.starts + 1, before.ends, before.matches + 2}));
+  }
+  EXPECT_EQ(fontconfigCalls().ends, before.ends + 1);
+}
+
 TEST(FontFaces, aMissingCharacterIsAskedForOnce) {
   const PinnedFonts fonts({"DejaVu Sans"});
   FontFaces faces;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <memory>
+#include <utility>
 
 #include <fontconfig/fontconfig.h>
 #include <malloc.h>
@@ -12,24 +13,6 @@ namespace {
 const FcChar8* fcText(const std::string& text) {
   return reinterpret_cast<const FcChar8*>(text.c_str());
 }
-
-// Fontconfig's configuration for the length of one match.
-class FontconfigSession {
- public:
-  FontconfigSession() : isReady_(FcInit() == FcTrue) {}
-  ~FontconfigSession() {
-    FcFini();
-#ifdef __GLIBC__
-    malloc_trim(0);  // the configuration's small blocks would stay resident otherwise
-#endif
-  }
-  FontconfigSession(const FontconfigSession&) = delete;
-  FontconfigSession& operator=(const FontconfigSession&) = delete;
-  bool isReady() const { return isReady_; }
-
- private:
-  bool isReady_;
-};
 
 struct PatternDeleter {
   void operator()(FcPattern* pattern) const { FcPatternDestroy(pattern); }
@@ -69,10 +52,18 @@ bool hasCharacter(FcPattern* pattern, char32_t character) {
 
 }  // namespace
 
-std::optional<FontFile> matchFont(const std::string& family, FontWeight weight,
-                                  std::optional<char32_t> character) {
-  const FontconfigSession session;
-  if (!session.isReady()) return std::nullopt;
+void FontMatcher::release() {
+  if (!std::exchange(isLoaded_, false)) return;
+  FcFini();
+#ifdef __GLIBC__
+  malloc_trim(0);  // the configuration's small blocks would stay resident otherwise
+#endif
+}
+
+std::optional<FontFile> FontMatcher::match(const std::string& family, FontWeight weight,
+                                           std::optional<char32_t> character) {
+  if (!isLoaded_) isLoaded_ = FcInit() == FcTrue;
+  if (!isLoaded_) return std::nullopt;
 
   const PatternPtr wanted(FcPatternCreate());
   addFamilies(wanted.get(), family);

@@ -55,7 +55,7 @@ void DbusMenu::exportOn(GDBusConnection* connection, KeyNames names) {
       connection, kPath, node->interfaces[0],
       ExportedObject::Handlers{[this](const ExportedObject::Call& call) { handle(call); },
                                readMenuProperty});
-  update();
+  isUnread_ = true;
 }
 
 void DbusMenu::withdraw() {
@@ -64,8 +64,10 @@ void DbusMenu::withdraw() {
 }
 
 bool DbusMenu::update() {
+  if (!object_) return false;
+  const bool isUnread = std::exchange(isUnread_, false);
   // A menu that redraws its item while it updates must not get here again.
-  if (!object_ || isUpdating_ || isUpdated_) return false;
+  if (isUpdating_ || isUpdated_) return false;
   isUpdating_ = true;
   if (menu_) menu_->needsUpdate();
   const MenuChange change = layout_.update(menu_ ? menu_->lines() : std::vector<MenuLine>{});
@@ -80,10 +82,11 @@ bool DbusMenu::update() {
     if (!layout_.find(id)) gone.push_back(id);
   for (const int id : gone) close(id);
 
+  if (change.layout) ++revision_;
   // What was called back may have withdrawn the menu.
-  if (!object_) return change.layout;
+  if (!object_ || isUnread) return change.layout;
   if (change.layout) {
-    object_->emit("LayoutUpdated", g_variant_new("(ui)", ++revision_, DbusMenuLayout::kRootId));
+    object_->emit("LayoutUpdated", g_variant_new("(ui)", revision_, DbusMenuLayout::kRootId));
   } else if (!change.changed.empty()) {
     GVariantBuilder updated;
     g_variant_builder_init(&updated, G_VARIANT_TYPE("a(ia{sv})"));

@@ -40,7 +40,8 @@ class DbusMenu {
   // The menu that is exported; not owned. Null: an empty menu.
   void setMenu(Menu* menu);
 
-  // From here on the menu is at `kPath`, with its lines as of now.
+  // From here on the menu is at `kPath`, with the lines of the next `update`; that one tells
+  // nobody, as nobody has read any before.
   void exportOn(GDBusConnection* connection, KeyNames names);
   void withdraw();
 
@@ -85,6 +86,7 @@ class DbusMenu {
   guint revision_ = 1;
   bool isUpdating_ = false;
   bool isUpdated_ = false;         // in this turn
+  bool isUnread_ = false;          // since it was exported
   bool isActionWaiting_ = false;   // on the main queue
   bool isTellingWaiting_ = false;  // on the main queue
   std::function<void()> shown_;

@@ -177,6 +177,8 @@ void LinuxStatusItem::flush() {
   if (!isVisible_) return item_.disconnect();
   item_.connect();
   if (!surroundings_.hasHost) return;
+  // The first picture and the first menu each have one.
+  const FontFaces::Questions together(fonts_);
   const bool mustRegister = item_.isConnected() && std::exchange(mustRegister_, false);
   const auto render = [this] {
     if (std::exchange(isContentStale_, false)) renderContent();

@@ -159,6 +159,8 @@ void StatusNotifierItem::registerFor(const HostProfile& profile,
       ExportedObject::Handlers{[this](const ExportedObject::Call& call) { handle(call); },
                                [this](std::string_view name) { return property(name); }});
   callWatcher();
+  // The host is still to ask, so it waits for none of this.
+  menu_.update();
   isQuiet_ = true;
   fillIn();
   isQuiet_ = false;

@@ -46,8 +46,8 @@ class StatusNotifierItem {
   bool isConnected() const { return connection_ != nullptr; }
 
   // Exports item and menu as `profile` wants them, then registers with the watcher. Again for every
-  // new watcher. Needs a connection. `fillIn` sets the content while the registration is under way:
-  // no host can read it before the caller returns to the main loop.
+  // new watcher. Needs a connection. The menu and the content, by `fillIn`, are set while that is
+  // under way: no host can read it before the caller returns to the main loop.
   void registerFor(const HostProfile& profile, const std::function<void()>& fillIn);
   bool isRegistered() const { return isRegistered_; }
 
