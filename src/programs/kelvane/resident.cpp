@@ -108,13 +108,16 @@ int runResident(const PowerOptions& power, Start start) {
   LinuxComputer computer(runLoop, bus.get(), power);
   AppMain appMain(computer.platform(), builtInformation());
   application = &appMain;
+  // What was migrated is safe on the disk before anything goes on; counting the launch can wait, as
+  // the item comes first.
+  computer.preferences.synchronize();
+  computer.preferences.holdWrites();
   appMain.appState();
   std::optional<MissingTrayNotice> missingTray;
   if (start == Start::atLogin)
     missingTray.emplace(runLoop, bus.get(), computer.noticeBoard,
                         MissingTrayNotice::Questions{
                             [&] { return computer.statusBar.isItemWanted(); }, trayRemedyHere});
-  // The item comes first.
   runLoop.asyncAfter(kItemShown, [&] { computer.preferences.followOtherProcesses(); });
   // By then starting is over, and what it needed is free.
   runLoop.asyncAfter(kSettled, [] { malloc_trim(0); });

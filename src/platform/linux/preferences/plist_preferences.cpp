@@ -43,8 +43,18 @@ PlistPreferences::~PlistPreferences() {
   write();
 }
 
+void PlistPreferences::holdWrites() {
+  const std::lock_guard lock(stateMutex_);
+  areWritesHeld_ = true;
+}
+
 void PlistPreferences::followOtherProcesses() {
   isFollowing_ = true;
+  {
+    const std::lock_guard lock(stateMutex_);
+    areWritesHeld_ = false;
+  }
+  writeLater({});
   watchFolders();
   // What happened between reading the file and now.
   reload();
@@ -62,7 +72,8 @@ void PlistPreferences::storedValueChanged(const std::string& key) { writeLater({
 void PlistPreferences::writeLater(std::set<std::string> keys) {
   const std::lock_guard lock(stateMutex_);
   unwritten_.merge(keys);
-  if (idleSource_ == 0 && !unwritten_.empty()) idleSource_ = g_idle_add(onIdle, this);
+  if (unwritten_.empty() || areWritesHeld_ || idleSource_ != 0) return;
+  idleSource_ = g_idle_add(onIdle, this);
 }
 
 gboolean PlistPreferences::onIdle(gpointer self) {

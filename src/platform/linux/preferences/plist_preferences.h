@@ -36,6 +36,9 @@ class PlistPreferences : public PreferencesTable {
                             Report report = reportOnStandardError);
   ~PlistPreferences() override;
 
+  // What is set from here on is written once other processes are followed: a start has more urgent
+  // things to do than to wait for the disk. `synchronize` and the end write at once all the same.
+  void holdWrites();
   // From here on what other processes store is told to the observers, from the main loop.
   void followOtherProcesses();
 
@@ -69,6 +72,7 @@ class PlistPreferences : public PreferencesTable {
   std::mutex stateMutex_;
   std::set<std::string> unwritten_;  // keys set here and not on the disk yet
   guint idleSource_ = 0;             // 0: no write is due
+  bool areWritesHeld_ = false;
 
   // Main thread.
   bool isFollowing_ = false;

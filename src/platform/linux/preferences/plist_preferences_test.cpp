@@ -48,6 +48,26 @@ TEST_F(PlistPreferencesTest, TheSetsOfOneTurnAreOneWrite) {
   EXPECT_EQ(onDisk(), (PropertyDictionary{{"a", 1}, {"c", 3}}));
 }
 
+TEST_F(PlistPreferencesTest, HeldWritesWaitForFollowingAndForNothingElse) {
+  auto preferences = open();
+  const auto setAndWait = [&](int value) {
+    preferences->setObject("key", value);
+    while (g_main_context_iteration(nullptr, FALSE)) continue;
+    return onDisk();
+  };
+  preferences->holdWrites();
+  EXPECT_THAT(setAndWait(1), IsEmpty());
+  EXPECT_TRUE(preferences->synchronize());
+  EXPECT_EQ(setAndWait(2), (PropertyDictionary{{"key", 1}}));
+  preferences->followOtherProcesses();
+  EXPECT_TRUE(until([&] { return onDisk() == PropertyDictionary{{"key", 2}}; }));
+  EXPECT_EQ(setAndWait(3), (PropertyDictionary{{"key", 3}}));
+  preferences->holdWrites();
+  setAndWait(4);
+  preferences.reset();
+  EXPECT_EQ(onDisk(), (PropertyDictionary{{"key", 4}}));
+}
+
 TEST_F(PlistPreferencesTest, OtherKeysKeepWhatOthersStored) {
   const PlistNode theirs = toPlist(PropertyDictionary{{"theirs", 1}, {"ours", "old"}});
   plist_dict_set_item(theirs.get(), "uid", plist_new_uid(7));  // no value of ours can hold it
