@@ -16,6 +16,19 @@ constexpr const char* kPropertiesInterface = "org.freedesktop.DBus.Properties";
 // More than any computer has; those beyond are not looked at.
 constexpr std::size_t kMostDevices = 64;
 
+// Whether all batteries are full, which only they themselves know, is no question below.
+constexpr double kNearlyFull = 90;
+
+// The answer is a long one for a change that comes at each percent.
+bool areSuppliesConcerned(const UPowerDevice& before, const UPowerDevice& now) {
+  const auto isNearlyFull = [](const UPowerDevice& device) {
+    return device.percentage.value_or(100) >= kNearlyFull;
+  };
+  return now.type != UPowerType::battery || now.type != before.type || now.state != before.state ||
+         now.warning != before.warning || now.isPresent != before.isPresent ||
+         isNearlyFull(before) || isNearlyFull(now);
+}
+
 bool isKindThatFeeds(const UPowerDevice& device) {
   return (device.type == UPowerType::battery || device.type == UPowerType::ups) &&
          device.isPowerSupply.value_or(true);
@@ -148,7 +161,7 @@ void UPowerMirror::propertiesChanged(const std::string& path, GVariant* paramete
     ask(path);
   else if (found->second.now == before)
     return;
-  askSupplies();
+  if (areSuppliesConcerned(before, found->second.now)) askSupplies();
   finish();
 }
 

@@ -3,9 +3,11 @@
 //
 // Heard are: devices coming and going, the composite DisplayDevice, and line power. DisplayDevice
 // speaks for the supplies of its own type, so those are not listened to: UPower's own polls change
-// their UpdateTime twice a minute, which would wake us for nothing. They are asked again each time
-// that something heard has changed. Supplies of another type than DisplayDevice's (the laptop's
-// battery beside a UPS) are listened to themselves.
+// their UpdateTime twice a minute, which would wake us for nothing. They are asked again when
+// something heard has changed; not so for DisplayDevice's level and times alone while it is far
+// from full, because then they have nothing to add: their own level in the copy may be an older
+// one. Supplies of another type than DisplayDevice's (the laptop's battery beside a UPS) are
+// listened to themselves.
 #pragma once
 
 #include <functional>
