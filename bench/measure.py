@@ -20,7 +20,7 @@ class Row:
     threads: int | None = None
     idle: meter.Activity | None = None
     idle_signals: int | None = None  # signals it sent on the session bus while idle
-    event_cpu: float | None = None  # ms of processor time per battery change
+    event_cpu: float | None = None  # ms of processor time per battery change; none if it polls
 
 
 def measure(program, power, desk, options):
@@ -53,7 +53,8 @@ def measure(program, power, desk, options):
             row.memory = meter.memory(child.pid)
             row.threads = meter.threads(child.pid)
             row.idle, row.idle_signals = _idle(child.pid, desk, options.idle)
-            row.event_cpu = _event_cpu(child.pid, power, options.events)
+            if not program.reads_sys:  # such a one polls, and hears of no event
+                row.event_cpu = _event_cpu(child.pid, power, options.events)
     return row
 
 

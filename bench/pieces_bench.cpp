@@ -2,11 +2,13 @@
 
 #include <benchmark/benchmark.h>
 
+#include "app/app_main.h"
 #include "battery/battery.h"
 #include "menu/battery_menu.h"
 #include "menu/tq_menu.h"
 #include "menubar/item_text.h"
 #include "platform/linux/drawing/backing.h"
+#include "platform/linux/drawing/linux_graphics.h"
 #include "platform/linux/power/sysfs_device_registry.h"
 #include "platform/memory/memory_computer.h"
 #include "programs/kelvane-commands/item_sketch.h"
@@ -26,6 +28,33 @@ void renderItem(benchmark::State& state, Slot::Shape shape) {
 }
 BENCHMARK_CAPTURE(renderItem, wide, Slot::Shape::wide);
 BENCHMARK_CAPTURE(renderItem, square, Slot::Shape::square);
+
+// From the notification to the picture, without any bus: the application, its menu and the drawing.
+void changeOfBattery(benchmark::State& state) {
+  MemoryComputer computer;
+  computer.preferences.setObject("__hasLaunched__", true);  // or the welcome waits for an answer
+  computer.set({.percent = 57});
+  computer.statusBar.slot = {.shape = Slot::Shape::square, .height = 22, .scale = 1};
+  FontFaces fonts;
+  LinuxGraphics graphics(fonts);
+  const Platform all = computer.platform();
+  AppMain application({all.deviceRegistry, all.powerSources, all.preferences, all.runLoop,
+                       all.statusBar, graphics, all.userNotifications, all.windows, all.loginItems,
+                       all.workspace, all.systemInfo, all.textFormats},
+                      {.identifier = "org.kelvane.Kelvane"});
+  application.appState();
+  computer.runLoop.run();
+  MemoryStatusItemState& item = *computer.statusBar.item();
+  int percent = 57;
+  for (auto _ : state) {
+    percent = 97 - percent;
+    computer.change({.percent = percent});
+    item.menu->needsUpdate();
+    benchmark::DoNotOptimize(renderImage(fonts, *item.image, item.slot.scale, Color{1, 1, 1, 1}));
+    item.calls.clear();
+  }
+}
+BENCHMARK(changeOfBattery);
 
 void addBacking(benchmark::State& state) {
   MemoryComputer computer;

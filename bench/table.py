@@ -20,9 +20,28 @@ def _cells(row):
     ]
 
 
-def _ratios(first, other):
-    pairs = zip(first.memory, other.memory)
-    return [other.name, *(f"{ours / theirs:.2f}" if theirs else "-" for ours, theirs in pairs)]
+def _costs(row):
+    """What there is less of the better, by column; None where it says nothing of the program."""
+    memory = row.memory or (None, None, None)
+    idle = row.idle or (None, None)
+    return [row.registration, *memory, *idle, row.event_cpu]
+
+
+def _ratio(ours, theirs):
+    # Nothing is no part of nothing, and a part of 0 has no size.
+    return "-" if ours is None or not theirs else f"{ours / theirs:.2f}"
+
+
+def _ratio_lines(first, others):
+    """A line for each other program; the column's least of the others is marked."""
+    ours = _costs(first)
+    theirs = [_costs(other) for other in others]
+    least = [min((cost for cost in column if cost is not None), default=None)
+             for column in zip(*theirs)]
+    for other, costs in zip(others, theirs):
+        cells = [_ratio(own, cost) + ("*" if cost is not None and cost == best else " ")
+                 for own, cost, best in zip(ours, costs, least)]
+        yield [other.name, *cells]
 
 
 def _print(lines):
@@ -38,7 +57,7 @@ def show(rows, idle):
             f"switches/{idle:g} s", f"cpu ms/{idle:g} s", f"signals/{idle:g} s", "cpu ms/event"]
     _print([head, *map(_cells, rows)])
     print("register: exec to RegisterStatusNotifierItem, the median; -: no such call is made")
-    print("cpu ms/event is no measure of a program that polls /sys instead of hearing events")
+    print("cpu ms/event: of all its threads, user and system, per battery change; -: it polls /sys")
     for row in rows:
         if row.memory is None:
             print(f"{row.name} ended by itself before it could be measured")
@@ -46,5 +65,7 @@ def show(rows, idle):
     if len(measured) > 1:
         print()
         first, *others = measured
-        head = [f"{first.name} as part of", "RSS", "PSS", "dirty"]
-        _print([head, *(_ratios(first, other) for other in others)])
+        head = ["register", "RSS", "PSS", "dirty", "switches", "cpu idle", "cpu event"]
+        _print([[f"{first.name} as part of", *(title + " " for title in head)],
+                *_ratio_lines(first, others)])
+        print("*: the least of the others in this column")
