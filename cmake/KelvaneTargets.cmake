@@ -24,6 +24,15 @@ target_compile_options(
             -fdata-sections
             -fvisibility=hidden)
 target_link_options(kelvane_options INTERFACE -Wl,--gc-sections -Wl,--as-needed)
+# The libraries hold both forms of their code: only a target with the property KELVANE_LTO takes the
+# one for the whole program, all others link as fast as ever.
+if(KELVANE_LTO AND CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND NOT KELVANE_SANITIZE)
+  target_compile_options(kelvane_options INTERFACE $<$<CONFIG:Release>:-flto=auto>
+                                                   $<$<CONFIG:Release>:-ffat-lto-objects>)
+  target_link_options(
+    kelvane_options
+    INTERFACE $<$<CONFIG:Release>:$<IF:$<BOOL:$<TARGET_PROPERTY:KELVANE_LTO>>,-flto=auto,-fno-lto>>)
+endif()
 if(KELVANE_SANITIZE)
   target_compile_options(kelvane_options INTERFACE -fsanitize=${KELVANE_SANITIZE}
                                                    -fno-omit-frame-pointer)
