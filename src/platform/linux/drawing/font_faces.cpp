@@ -6,10 +6,12 @@
 #include <utility>
 
 #include <freetype/freetype.h>
+#include <freetype/ftbbox.h>
 #include <freetype/ftmm.h>
 #include <ft2build.h>
 
 #include "platform/linux/drawing/font_match.h"
+#include "platform/linux/drawing/glyph_outline.h"
 
 namespace kelvane {
 namespace {
@@ -58,6 +60,20 @@ void setWeightAxis(FT_Library library, FT_Face face, FontWeight weight) {
     FT_Set_Var_Design_Coordinates(face, axes->num_axis, position.data());
   }
   FT_Done_MM_Var(library, axes);
+}
+
+FaceGlyph measured(FT_Face face, FT_UInt index) {
+  FaceGlyph glyph{face, index};
+  if (!loadOutline(glyph)) return glyph;
+  glyph.hasOutline = true;
+  glyph.advance = static_cast<double>(face->glyph->advance.x);
+  FT_Outline& outline = face->glyph->outline;
+  FT_BBox box{};
+  if (outline.n_points == 0 || FT_Outline_Get_BBox(&outline, &box) != 0) return glyph;
+  const auto units = [](FT_Pos position) { return static_cast<double>(position); };
+  glyph.ink = {units(box.xMin), units(box.yMin), units(box.xMax - box.xMin),
+               units(box.yMax - box.yMin)};
+  return glyph;
 }
 
 }  // namespace
@@ -134,10 +150,10 @@ struct FontFaces::State {
   std::optional<FaceGlyph> openGlyph(char32_t c, FontWeight weight) {
     FT_Face text = textFace(weight);
     if (!text) return std::nullopt;
-    if (const FT_UInt index = FT_Get_Char_Index(text, c)) return FaceGlyph{text, index, 1};
+    if (const FT_UInt index = FT_Get_Char_Index(text, c)) return measured(text, index);
     for (const OpenFace& further : furtherFaces[weight]) {
       if (const FT_UInt index = FT_Get_Char_Index(further.face, c)) {
-        return FaceGlyph{further.face, index, 1};
+        return measured(further.face, index);
       }
     }
     return std::nullopt;

@@ -13,6 +13,7 @@
 #include <string_view>
 #include <vector>
 
+#include "platform/geometry.h"
 #include "platform/text.h"
 
 using FT_Face = struct FT_FaceRec_*;
@@ -27,6 +28,10 @@ struct FaceGlyph {
   unsigned index = 0;
   double scale = 1;
   double bearing = 0;  // room after the glyph, as a part of the text's size
+  // Measured once, in the font's own units: shrinking to fit asks again and again.
+  bool hasOutline = false;
+  double advance = 0;
+  Rect ink;  // empty without any
 };
 
 class FontFaces {

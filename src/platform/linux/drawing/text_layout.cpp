@@ -4,11 +4,9 @@
 #include <cmath>
 
 #include <freetype/freetype.h>
-#include <freetype/ftbbox.h>
 #include <freetype/tttables.h>
 #include <ft2build.h>
 
-#include "platform/linux/drawing/glyph_outline.h"
 #include "platform/linux/drawing/utf8.h"
 
 namespace kelvane {
@@ -19,12 +17,10 @@ TextLine layOutLine(FontFaces& faces, std::string_view text, const TextStyle& st
   for (const char32_t character : decodeUtf8(text)) {
     const std::vector<FaceGlyph>& glyphs = faces.glyphs(character, style.weight);
     for (const FaceGlyph& glyph : glyphs) {
-      if (!loadOutline(glyph)) continue;
+      if (!glyph.hasOutline) continue;
       const double size = style.size * glyph.scale;
       line.glyphs.push_back({glyph, size, line.advance});
-      line.advance +=
-          static_cast<double>(glyph.face->glyph->advance.x) * size / glyph.face->units_per_EM +
-          glyph.bearing * style.size;
+      line.advance += glyph.advance * size / glyph.face->units_per_EM + glyph.bearing * style.size;
     }
     if (!glyphs.empty()) line.advance += style.kern;
   }
@@ -35,15 +31,13 @@ Rect inkBounds(const TextLine& line) {
   bool hasInk = false;
   double left = 0, bottom = 0, right = 0, top = 0;
   for (const PlacedGlyph& placed : line.glyphs) {
-    if (!loadOutline(placed.glyph)) continue;
-    FT_Outline& outline = placed.glyph.face->glyph->outline;
-    FT_BBox box{};
-    if (outline.n_points == 0 || FT_Outline_Get_BBox(&outline, &box) != 0) continue;
+    const Rect& ink = placed.glyph.ink;
+    if (ink == Rect{}) continue;
     const double unit = placed.size / placed.glyph.face->units_per_EM;
-    const double x0 = placed.x + static_cast<double>(box.xMin) * unit;
-    const double x1 = placed.x + static_cast<double>(box.xMax) * unit;
-    const double y0 = static_cast<double>(box.yMin) * unit;
-    const double y1 = static_cast<double>(box.yMax) * unit;
+    const double x0 = placed.x + ink.x * unit;
+    const double x1 = placed.x + (ink.x + ink.width) * unit;
+    const double y0 = ink.y * unit;
+    const double y1 = (ink.y + ink.height) * unit;
     left = hasInk ? std::min(left, x0) : x0;
     right = hasInk ? std::max(right, x1) : x1;
     bottom = hasInk ? std::min(bottom, y0) : y0;
