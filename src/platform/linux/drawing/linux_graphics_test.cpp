@@ -46,6 +46,14 @@ TEST_F(LinuxGraphicsTest, inkNarrowsWithEveryStepOfTheSize) {
   }
 }
 
+// In the units of DejaVu Sans: "g" goes from 113, -426 to 1114, 1147, "-" from 100, 479 to 639,
+// 643.
+TEST_F(LinuxGraphicsTest, inkIsTheBoxOfWhatIsDrawn) {
+  const auto units = [&](const char* text) { return graphics_.inkBounds(text, style(2048)); };
+  EXPECT_EQ(units("g"), (Rect{113, -426, 1001, 1573}));
+  EXPECT_EQ(units("-"), (Rect{100, 479, 539, 164}));
+}
+
 TEST_F(LinuxGraphicsTest, nothingMeasuresNothing) {
   const double nan = std::numeric_limits<double>::quiet_NaN();
   for (const double size : {0.0, -0.2, -10.0, nan}) {
