@@ -146,6 +146,15 @@ void AppState::connectSubscriptions() {
                                                       kAppearanceDebounceSeconds, runLoop),
                                              runLoop)
                               .subscribe([&item](std::monostate) { item.updateStatusItem(); }));
+  cancellables_.push_back(
+      receiveOnMainQueue(
+          publisher(std::vector<SuiteKeyPair>{settings_.trayIconShape, settings_.trayIconColor},
+                    {}),
+          runLoop)
+          .subscribe([&item](SettingsChanged) {
+            item.applyTraySettings();
+            item.updateStatusItem();
+          }));
   // The settings window applies the rule itself; this is for whoever else writes the key.
   cancellables_.push_back(
       receiveOnMainQueue(publisher(settings_.hideIconWhenOnPower, {}), runLoop)

@@ -197,6 +197,19 @@ TEST_F(AppStateTest, EachAppearanceKeyRedraws) {
   EXPECT_FALSE(item().image.has_value());
 }
 
+TEST_F(AppStateTest, ShapeAndColourInTheTrayTakeEffectAtOnce) {
+  start({.percent = 4, .warning = BatteryWarningLevel::early});
+  computer.runLoop.advance(2);
+  settings.trayIconShape.set(TrayIconShape::square);
+  computer.runLoop.run();
+  EXPECT_EQ(item().image->size, (Size{22, 22}));
+  calls();
+  settings.trayIconColor.set(TrayIconColor::light);
+  computer.runLoop.run();
+  EXPECT_EQ(item().effectiveAppearance(), Appearance::dark);
+  EXPECT_THAT(calls(), ElementsAre("redraw"));  // without the wait for a bar that fades
+}
+
 TEST_F(AppStateTest, HidingOnPowerTakesEffectWhoeverTurnsItOn) {
   start({.percent = 57, .isOnPower = true});
   settings.hideIconWhenOnPower.set(true);

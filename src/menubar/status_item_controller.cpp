@@ -15,6 +15,31 @@ namespace {
 
 constexpr double kPositionPlaceholder = 1000.0;
 
+std::optional<Slot::Shape> slotShape(TrayIconShape shape) {
+  switch (shape) {
+    case TrayIconShape::wide:
+      return Slot::Shape::wide;
+    case TrayIconShape::square:
+      return Slot::Shape::square;
+    case TrayIconShape::automatic:
+      break;
+  }
+  return std::nullopt;
+}
+
+// A light glyph is what a dark bar gets, and the other way round.
+std::optional<Appearance> barAppearance(TrayIconColor color) {
+  switch (color) {
+    case TrayIconColor::light:
+      return Appearance::dark;
+    case TrayIconColor::dark:
+      return Appearance::light;
+    case TrayIconColor::automatic:
+      break;
+  }
+  return std::nullopt;
+}
+
 }  // namespace
 
 StatusItemController::StatusItemController(StatusBar& statusBar, Preferences& preferences,
@@ -35,6 +60,7 @@ StatusItem& StatusItemController::statusItem() {
     statusItem_->setBehavior(StatusItemBehavior::removalAllowed |
                              StatusItemBehavior::terminationOnRemoval);
     statusItem_->setMenu(&menu_);
+    applyTraySettings();
     slotObservation_ = statusItem_->observeSlot([this] { updateStatusItem(); });
   }
   return *statusItem_;
@@ -59,6 +85,12 @@ void StatusItemController::setVisiblePreservingPosition(bool visible) {
 void StatusItemController::updateStatusItemVisibility() {
   setVisiblePreservingPosition(!context_.settings.hideIconWhenOnPower.get() ||
                                !context_.battery.externalConnected().value_or(true));
+}
+
+void StatusItemController::applyTraySettings() {
+  StatusItem& item = statusItem();
+  item.setShape(slotShape(context_.settings.trayIconShape.get()));
+  item.setAppearance(barAppearance(context_.settings.trayIconColor.get()));
 }
 
 void StatusItemController::updateStatusItem() {

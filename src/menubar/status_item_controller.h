@@ -30,6 +30,8 @@ class StatusItemController {
   // The item, made and shown at the first access.
   StatusItem& statusItem();
 
+  // Asks the bar for the shape and the colour that the settings want.
+  void applyTraySettings();
   // Redraws the item as the settings say: glyph, text, or the square form for a bar that is square.
   void updateStatusItem();
 

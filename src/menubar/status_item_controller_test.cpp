@@ -142,6 +142,27 @@ TEST_F(ControllerTest, FollowsTheShapeOfTheSlot) {
   EXPECT_EQ(item().title.plainText(), "");
 }
 
+TEST_F(ControllerTest, TheUsersShapeAndColourWinOverTheBars) {
+  set({.percent = 4, .warning = BatteryWarningLevel::early});
+  statusBar.slot = {.shape = Slot::Shape::square, .height = 24};
+  settings.trayIconShape.set(TrayIconShape::wide);
+  settings.trayIconColor.set(TrayIconColor::light);
+  controller.updateStatusItem();
+  EXPECT_EQ(item().image->size, (Size{28, 14}));
+  EXPECT_EQ(record(*item().image).back().color, namedColor("EarlyLowBattery").dark);
+  EXPECT_EQ(item().effectiveSlot().height, 24);
+  settings.trayIconShape.set(TrayIconShape::square);
+  settings.trayIconColor.set(TrayIconColor::dark);
+  controller.applyTraySettings();
+  EXPECT_EQ(item().image->size, (Size{24, 24}));
+  EXPECT_EQ(item().wantedAppearance, Appearance::light);
+  settings.trayIconShape.set(TrayIconShape::automatic);
+  settings.trayIconColor.set(TrayIconColor::automatic);
+  controller.applyTraySettings();
+  EXPECT_EQ(item().wantedShape, std::nullopt);
+  EXPECT_EQ(item().wantedAppearance, std::nullopt);
+}
+
 TEST_F(ControllerTest, HoverShowsWhatTheItemDoesNot) {
   struct Row {
     MemoryBattery battery;

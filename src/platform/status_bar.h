@@ -90,6 +90,12 @@ class StatusItem {
   [[nodiscard]] virtual std::unique_ptr<StatusItemObservation> observeClicks(
       std::function<void()> callback) = 0;
 
+  // The user's own choice of the slot's shape and of the bar's appearance, in force at once; absent
+  // leaves them to the platform. The slot keeps the bar's height, whether or not the bar then shows
+  // the picture as it is.
+  virtual void setShape(std::optional<Slot::Shape> shape) = 0;
+  virtual void setAppearance(std::optional<Appearance> appearance) = 0;
+
   // The appearance of the bar under the button, and its changes; the callback is also called once
   // at registration.
   virtual Appearance effectiveAppearance() const = 0;

@@ -91,15 +91,17 @@ TEST(SettingsKeys, NamesAndDefaultsInOrder) {
     const auto value = preferences.object(key.name());
     ASSERT_TRUE(value);
     const auto flag = value->boolean();
-    listed.push_back(key.name() + (!flag ? " {}" : *flag ? " true" : " false"));
+    const auto text = value->string();
+    listed.push_back(key.name() + " " + (text ? *text : !flag ? "{}" : *flag ? "true" : "false"));
   });
-  EXPECT_THAT(listed,
-              ::testing::ElementsAre(
-                  "showPercentage true", "showTimeOrPercentageOnHover true", "largeIcon false",
-                  "oldIconStyle false", "showPercentageSignInIcon true", "textOnlyIcon false",
-                  "smallMenuBarText true", "hideIconWhenOnPower false",
-                  "notifyWhenFullyCharged false", "notifyAtPercentagesOnPower {}",
-                  "notifyAtPercentagesOnBattery {}", "notifyAtPercentages {}"));
+  EXPECT_THAT(
+      listed,
+      ::testing::ElementsAre(
+          "showPercentage true", "showTimeOrPercentageOnHover true", "largeIcon false",
+          "oldIconStyle false", "showPercentageSignInIcon true", "textOnlyIcon false",
+          "smallMenuBarText true", "hideIconWhenOnPower false", "notifyWhenFullyCharged false",
+          "notifyAtPercentagesOnPower {}", "notifyAtPercentagesOnBattery {}",
+          "notifyAtPercentages {}", "trayIconShape automatic", "trayIconColor automatic"));
   EXPECT_THAT(preferences.stored(), ::testing::IsEmpty());
 }
 

@@ -14,6 +14,8 @@ SettingsKeys::SettingsKeys(Preferences& preferences)
       notifyWhenFullyCharged("notifyWhenFullyCharged", false, preferences),
       notifyAtPercentagesOnPower("notifyAtPercentagesOnPower", {}, preferences),
       notifyAtPercentagesOnBattery("notifyAtPercentagesOnBattery", {}, preferences),
-      notifyAtPercentages("notifyAtPercentages", {}, preferences) {}
+      notifyAtPercentages("notifyAtPercentages", {}, preferences),
+      trayIconShape("trayIconShape", TrayIconShape::automatic, preferences),
+      trayIconColor("trayIconColor", TrayIconColor::automatic, preferences) {}
 
 }  // namespace kelvane

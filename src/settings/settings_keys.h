@@ -2,7 +2,9 @@
 // object registers the defaults. Any thread; the preferences outlive the keys.
 #pragma once
 
+#include <array>
 #include <set>
+#include <string_view>
 
 #include "store/setting_key.h"
 
@@ -10,6 +12,20 @@ namespace kelvane {
 
 // Charge levels as fractions of one: 0.2 is 20 %.
 using Levels = std::set<double>;
+
+// The form of the item: what suits the bar, or one of the two whatever the bar.
+enum class TrayIconShape { automatic, wide, square };
+template <>
+struct ChoiceNames<TrayIconShape> {
+  static constexpr std::array<std::string_view, 3> values{"automatic", "wide", "square"};
+};
+
+// The colour of the item itself: what stands out from the bar, or one of the two.
+enum class TrayIconColor { automatic, light, dark };
+template <>
+struct ChoiceNames<TrayIconColor> {
+  static constexpr std::array<std::string_view, 3> values{"automatic", "light", "dark"};
+};
 
 struct SettingsKeys {
   explicit SettingsKeys(Preferences& preferences);
@@ -32,6 +48,9 @@ struct SettingsKeys {
   const SettingKey<Levels> notifyAtPercentagesOnBattery;
   // The one list of older versions; only the migration reads it.
   const SettingKey<Levels> notifyAtPercentages;
+  // For bars that do not tell, or tell wrongly, what suits them.
+  const SettingKey<TrayIconShape> trayIconShape;
+  const SettingKey<TrayIconColor> trayIconColor;
 
   // Calls `visit` with each key in the order above.
   template <typename Visitor>
@@ -48,6 +67,8 @@ struct SettingsKeys {
     visit(notifyAtPercentagesOnPower);
     visit(notifyAtPercentagesOnBattery);
     visit(notifyAtPercentages);
+    visit(trayIconShape);
+    visit(trayIconColor);
   }
 };
 

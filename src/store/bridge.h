@@ -6,10 +6,14 @@
 // Bridge<V>::deserialize(object): the value; absent when the object is of another kind.
 #pragma once
 
+#include <array>
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <set>
 #include <string>
+#include <string_view>
+#include <type_traits>
 
 #include "platform/property_value.h"
 
@@ -51,6 +55,30 @@ template <>
 struct Bridge<Date> {
   static std::optional<PropertyValue> serialize(Date value) { return value; }
   static std::optional<Date> deserialize(const PropertyValue& object) { return object.date(); }
+};
+
+// The names of an enumeration's values, which count from 0: `static constexpr std::array values`.
+template <typename E>
+struct ChoiceNames;
+
+template <typename E>
+concept Choice = std::is_enum_v<E> && requires {
+  ChoiceNames<E>::values.size();
+};
+
+// A choice is kept as the name of its value.
+template <Choice E>
+struct Bridge<E> {
+  static std::optional<PropertyValue> serialize(E value) {
+    return std::string(ChoiceNames<E>::values.at(static_cast<std::size_t>(value)));
+  }
+  static std::optional<E> deserialize(const PropertyValue& object) {
+    const auto name = object.string();
+    const auto& names = ChoiceNames<E>::values;
+    for (std::size_t i = 0; name && i < names.size(); ++i)
+      if (names[i] == *name) return static_cast<E>(i);
+    return std::nullopt;
+  }
 };
 
 // A value that may be missing: the empty optional is never stored.

@@ -59,14 +59,24 @@ class MemoryStatusItem : public StatusItem {
   std::unique_ptr<StatusItemObservation> observeClicks(std::function<void()> callback) override {
     return state_->clickObservers.add(std::move(callback));
   }
-  Appearance effectiveAppearance() const override { return state_->appearance; }
+  void setShape(std::optional<Slot::Shape> shape) override {
+    const Slot before = slot();
+    state_->wantedShape = shape;
+    if (slot() != before) state_->slotObservers.notify();
+  }
+  void setAppearance(std::optional<Appearance> appearance) override {
+    const Appearance before = effectiveAppearance();
+    state_->wantedAppearance = appearance;
+    if (effectiveAppearance() != before) state_->appearanceObservers.notify();
+  }
+  Appearance effectiveAppearance() const override { return state_->effectiveAppearance(); }
   std::unique_ptr<StatusItemObservation> observeEffectiveAppearance(
       std::function<void()> callback) override {
     auto observation = state_->appearanceObservers.add(callback);
     callback();
     return observation;
   }
-  Slot slot() const override { return state_->slot; }
+  Slot slot() const override { return state_->effectiveSlot(); }
   std::unique_ptr<StatusItemObservation> observeSlot(std::function<void()> callback) override {
     return state_->slotObservers.add(std::move(callback));
   }
@@ -76,6 +86,12 @@ class MemoryStatusItem : public StatusItem {
 };
 
 }  // namespace
+
+Slot MemoryStatusItemState::effectiveSlot() const {
+  Slot effective = slot;
+  effective.shape = wantedShape.value_or(slot.shape);
+  return effective;
+}
 
 std::unique_ptr<StatusItem> MemoryStatusBar::makeItem(double length) {
   ++itemCount_;

@@ -27,7 +27,13 @@ struct MemoryStatusItemState {
   std::vector<HoverView> hoverViews;
   Appearance appearance = Appearance::light;
   Slot slot;
+  std::optional<Slot::Shape> wantedShape;
+  std::optional<Appearance> wantedAppearance;
   std::vector<std::string> calls;  // "visible true", "length 28", "image", "title 57%", ...
+
+  // What the bar's own come to with what is wanted.
+  Slot effectiveSlot() const;
+  Appearance effectiveAppearance() const { return wantedAppearance.value_or(appearance); }
 
   ObserverList clickObservers;
   ObserverList appearanceObservers;

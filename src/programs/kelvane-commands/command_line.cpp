@@ -72,6 +72,8 @@ struct RenderArguments {
   RenderOptions options;
   StatedBattery stated;
   std::vector<std::string> settings;
+  CLI::Option* shape = nullptr;
+  CLI::Option* bar = nullptr;
 
   void addTo(CLI::App& command) {
     Slot& slot = options.place.slot;
@@ -79,12 +81,12 @@ struct RenderArguments {
     command.add_option("--scale", slot.scale, "Pixels per point")->check(CLI::Range(0.5, 16.0));
     command.add_option("--height", slot.height, "Height of the bar's slot in points")
         ->check(CLI::Range(8.0, 256.0));
-    command.add_option("--shape", slot.shape, "Shape of the bar's slot: wide or square")
-        ->transform(CLI::CheckedTransformer(std::map<std::string, Slot::Shape>{
-            {"wide", Slot::Shape::wide}, {"square", Slot::Shape::square}}));
-    command.add_option("--bar", options.place.bar, "The bar's colour: light or dark")
-        ->transform(CLI::CheckedTransformer(std::map<std::string, Appearance>{
-            {"light", Appearance::light}, {"dark", Appearance::dark}}));
+    shape = command.add_option("--shape", slot.shape, "Shape of the bar's slot: wide or square")
+                ->transform(CLI::CheckedTransformer(std::map<std::string, Slot::Shape>{
+                    {"wide", Slot::Shape::wide}, {"square", Slot::Shape::square}}));
+    bar = command.add_option("--bar", options.place.bar, "The bar's colour: light or dark")
+              ->transform(CLI::CheckedTransformer(std::map<std::string, Appearance>{
+                  {"light", Appearance::light}, {"dark", Appearance::dark}}));
     command.add_option("--font", options.fontFamily, "Font family; the system's when not given");
     command.add_option("--set", settings, "A setting for this picture, as KEY=VALUE");
     stated.addTo(command);
@@ -93,6 +95,9 @@ struct RenderArguments {
   int run(const PowerOptions& power) {
     options.power = power;
     options.battery = stated.battery();
+    // A place that is named is that of the picture, whatever is stored for the tray.
+    if (shape->count() > 0) options.settings.emplace_back("trayIconShape", "automatic");
+    if (bar->count() > 0) options.settings.emplace_back("trayIconColor", "automatic");
     for (const std::string& setting : settings) {
       const auto equals = setting.find('=');
       if (equals == std::string::npos) {

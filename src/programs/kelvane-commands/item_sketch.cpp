@@ -12,7 +12,8 @@
 namespace kelvane {
 
 Bitmap sketchOf(FontFaces& fonts, const MemoryStatusItemState& item) {
-  return renderItem(fonts, item.slot, item.appearance, {item.length, item.title, item.image});
+  return renderItem(fonts, item.effectiveSlot(), item.effectiveAppearance(),
+                    {item.length, item.title, item.image});
 }
 
 Bitmap sketchItem(DeviceRegistry& registry, PowerSources& powerSources, Preferences& preferences,

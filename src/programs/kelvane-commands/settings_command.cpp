@@ -5,6 +5,8 @@
 #include <functional>
 #include <optional>
 #include <ostream>
+#include <string_view>
+#include <utility>
 
 #include <nlohmann/json.hpp>
 
@@ -50,6 +52,24 @@ Setting settingOf(const SettingKey<Levels>& key) {
           }};
 }
 
+template <Choice E>
+Setting settingOf(const SettingKey<E>& key) {
+  std::string names;
+  for (const std::string_view name : ChoiceNames<E>::values)
+    names += (names.empty()                           ? ""
+              : name == ChoiceNames<E>::values.back() ? " or "
+                                                      : ", ") +
+             std::string(name);
+  return {key.name(), "choice", std::move(names),
+          [&key] { return *Bridge<E>::serialize(key.get())->string(); },
+          [&key](const Json& value) {
+            if (!value.is_string()) return false;
+            const auto choice = Bridge<E>::deserialize(value.get<std::string>());
+            if (choice) key.set(*choice);
+            return choice.has_value();
+          }};
+}
+
 std::string padded(std::string text, std::size_t width) {
   text.resize(std::max(width, text.size()), ' ');
   return text;
@@ -92,7 +112,9 @@ int runSettingsCommand(const std::vector<std::string>& arguments, Preferences& p
                            : std::ranges::find(settings, arguments[1], &Setting::name);
   if (command != "list" && setting == settings.end())
     return wrong("there is no setting " + quoted(arguments[1]) + "; see kelvane settings list");
-  const auto value = command == "set" ? Json::parse(arguments[2], nullptr, false) : Json();
+  auto value = command == "set" ? Json::parse(arguments[2], nullptr, false) : Json();
+  // A choice may be written without the quotes of JSON, which a shell takes away.
+  if (value.is_discarded()) value = arguments[2];
 
   migrate(preferences, keys);
   if (command == "list") {
@@ -103,7 +125,7 @@ int runSettingsCommand(const std::vector<std::string>& arguments, Preferences& p
     out << setting->get().dump() << '\n';
     return 0;
   }
-  if (value.is_discarded() || !setting->set(value))
+  if (!setting->set(value))
     return wrong(quoted(arguments[2]) + " is no value for " + setting->name + ", which takes " +
                  setting->expected);
   return preferences.synchronize() ? 0 : 1;

@@ -41,7 +41,9 @@ TEST(SettingsCommand, ListsEverySettingWithTypeAndValue) {
             "notifyWhenFullyCharged        boolean  false\n"
             "notifyAtPercentagesOnPower    levels   [0.12,0.77,1.0]\n"
             "notifyAtPercentagesOnBattery  levels   [0.12,0.77,1.0]\n"
-            "notifyAtPercentages           levels   [0.12,0.77,1.0]\n");
+            "notifyAtPercentages           levels   [0.12,0.77,1.0]\n"
+            "trayIconShape                 choice   \"automatic\"\n"
+            "trayIconColor                 choice   \"automatic\"\n");
 }
 
 TEST(SettingsCommand, SetsAndGets) {
@@ -52,6 +54,9 @@ TEST(SettingsCommand, SetsAndGets) {
       {"notifyAtPercentagesOnBattery", "[0.2, 0.1,0.2]", "[0.1,0.2]"},
       {"notifyAtPercentagesOnBattery", "[1, 0]", "[0.0,1.0]"},
       {"notifyAtPercentagesOnBattery", "[]", "[]"},
+      {"trayIconShape", "square", "\"square\""},
+      {"trayIconShape", "\"wide\"", "\"wide\""},
+      {"trayIconColor", "dark", "\"dark\""},
   };
   for (const auto& each : cases) {
     const auto set = run(preferences, {"set", each[0], each[1]});
@@ -84,6 +89,10 @@ TEST(SettingsCommand, WrongUseIsOneLineAndExitTwo) {
       {"set", "textOnlyIcon", "1"},
       {"set", "textOnlyIcon", "\"true\""},
       {"set", "textOnlyIcon", ""},
+      {"set", "trayIconShape", "round"},
+      {"set", "trayIconShape", "Square"},
+      {"set", "trayIconColor", "[\"dark\"]"},
+      {"set", "trayIconColor", "2"},
       {"set", "notifyAtPercentagesOnPower", "0.2"},
       {"set", "notifyAtPercentagesOnPower", "[0.2"},
       {"set", "notifyAtPercentagesOnPower", "[20]"},
@@ -101,6 +110,14 @@ TEST(SettingsCommand, WrongUseIsOneLineAndExitTwo) {
     EXPECT_THAT(result.errors, MatchesRegex("kelvane: [^\n]+\n"));
     EXPECT_FALSE(preferences.stored().contains("textOnlyIcon"));
   }
+}
+
+TEST(SettingsCommand, AWrongChoiceIsToldTheRightOnes) {
+  MemoryPreferences preferences(PropertyDictionary{{"trayIconShape", "round"}});
+  EXPECT_EQ(run(preferences, {"get", "trayIconShape"}).out, "\"automatic\"\n");
+  EXPECT_EQ(run(preferences, {"set", "trayIconShape", "round"}).errors,
+            "kelvane: \"round\" is no value for trayIconShape, which takes automatic, wide or "
+            "square\n");
 }
 
 TEST(SettingsCommand, ASettingThatCannotBeWrittenIsExitOne) {

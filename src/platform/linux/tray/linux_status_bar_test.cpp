@@ -350,6 +350,37 @@ TEST_F(LinuxStatusBarTest, TellsAppearanceOnceAtRegistrationAndWhenItChanges) {
   EXPECT_EQ(seen.back(), Appearance::dark);
 }
 
+TEST_F(LinuxStatusBarTest, TheUsersShapeAndColourGoFromHostToHost) {
+  const ProcessName lxqt("lxqt-panel");
+  const auto host1 = watcher();
+  start();
+  std::vector<Slot::Shape> shapes;
+  std::vector<Appearance> appearances;
+  const auto slotObservation = item->observeSlot([&] { shapes.push_back(item->slot().shape); });
+  const auto observation =
+      item->observeEffectiveAppearance([&] { appearances.push_back(item->effectiveAppearance()); });
+  item->setLength(36);
+  ASSERT_TRUE(isRegistered(1));
+  shapes.clear();
+  item->setShape(Slot::Shape::wide);
+  item->setAppearance(Appearance::light);
+  EXPECT_THAT(shapes, ElementsAre(Slot::Shape::wide));
+  EXPECT_THAT(appearances, ElementsAre(Appearance::dark, Appearance::light));
+  // No backing any more: the first pixel of a wide picture is empty.
+  ASSERT_TRUE(runUntil([&] { return !heard.empty(); }));
+  EXPECT_THAT(pictures(), ElementsAre("72x44:00000000"));
+
+  const ProcessName gnome("gnome-shell");
+  const auto host2 = watcher();
+  ASSERT_TRUE(isRegistered(2));
+  EXPECT_EQ(item->slot(), (Slot{Slot::Shape::wide, 16, 2, true}));
+  EXPECT_EQ(item->effectiveAppearance(), Appearance::light);
+  item->setShape(std::nullopt);
+  item->setAppearance(std::nullopt);
+  EXPECT_EQ(item->slot().shape, Slot::Shape::square);
+  EXPECT_EQ(item->effectiveAppearance(), Appearance::dark);
+}
+
 TEST_F(LinuxStatusBarTest, WithoutABusNothingIsShownAndNothingFails) {
   options = {};
   start();

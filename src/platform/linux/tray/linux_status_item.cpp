@@ -60,14 +60,19 @@ void LinuxStatusItem::hostChanged(const TraySurroundings& surroundings) {
 }
 
 void LinuxStatusItem::surroundingsChanged(const TraySurroundings& surroundings) {
-  const TraySurroundings before = std::exchange(surroundings_, surroundings);
-  const Slot& slot = surroundings_.slot;
-  const auto& bar = surroundings_.barAppearance;
-  if (slot != before.slot || bar != before.barAppearance) contentChanged();
+  changePlace([&] { surroundings_ = surroundings; });
+}
+
+void LinuxStatusItem::changePlace(const std::function<void()>& change) {
+  const Slot slotBefore = slot();
+  const auto barBefore = barAppearance();
+  const Appearance appearanceBefore = effectiveAppearance();
+  change();
+  const bool isSlotNew = slot() != slotBefore;
+  if (isSlotNew || barAppearance() != barBefore) contentChanged();
   const std::weak_ptr alive(isAlive_);
-  if (bar.value_or(Appearance::dark) != before.barAppearance.value_or(Appearance::dark))
-    appearanceObservers_.notify();
-  if (!alive.expired() && slot != before.slot) slotObservers_.notify();
+  if (effectiveAppearance() != appearanceBefore) appearanceObservers_.notify();
+  if (!alive.expired() && isSlotNew) slotObservers_.notify();
 }
 
 void LinuxStatusItem::fontChanged() {
@@ -143,9 +148,27 @@ std::unique_ptr<StatusItemObservation> LinuxStatusItem::observeClicks(
   return clickObservers_.add(std::move(callback));
 }
 
+void LinuxStatusItem::setShape(std::optional<Slot::Shape> shape) {
+  changePlace([&] { wantedShape_ = shape; });
+}
+
+void LinuxStatusItem::setAppearance(std::optional<Appearance> appearance) {
+  changePlace([&] { wantedAppearance_ = appearance; });
+}
+
+Slot LinuxStatusItem::slot() const {
+  Slot slot = surroundings_.slot;
+  slot.shape = wantedShape_.value_or(slot.shape);
+  return slot;
+}
+
+std::optional<Appearance> LinuxStatusItem::barAppearance() const {
+  return wantedAppearance_ ? wantedAppearance_ : surroundings_.barAppearance;
+}
+
 Appearance LinuxStatusItem::effectiveAppearance() const {
   // What is not known is drawn light on a dark backing, which reads on both.
-  return surroundings_.barAppearance.value_or(Appearance::dark);
+  return barAppearance().value_or(Appearance::dark);
 }
 
 std::unique_ptr<StatusItemObservation> LinuxStatusItem::observeEffectiveAppearance(
@@ -192,8 +215,8 @@ void LinuxStatusItem::flush() {
 }
 
 void LinuxStatusItem::renderContent() {
-  const Slot& slot = surroundings_.slot;
-  Bitmap picture = renderItem(fonts_, slot, surroundings_.barAppearance, content_);
+  const Slot slot = this->slot();
+  Bitmap picture = renderItem(fonts_, slot, barAppearance(), content_);
   if (!shakeOffsets_.empty())
     moveUp(picture, static_cast<int>(std::lround(shakeOffsets_.front() * slot.scale)));
   item_.setIcon(picture.width, picture.height, straightBigEndianArgb(picture));

@@ -57,13 +57,18 @@ class LinuxStatusItem : public StatusItem {
   void addHoverView(HoverView view) override;
   void shake(const std::vector<double>& offsets, double seconds) override;
   std::unique_ptr<StatusItemObservation> observeClicks(std::function<void()> callback) override;
+  void setShape(std::optional<Slot::Shape> shape) override;
+  void setAppearance(std::optional<Appearance> appearance) override;
   Appearance effectiveAppearance() const override;
   std::unique_ptr<StatusItemObservation> observeEffectiveAppearance(
       std::function<void()> callback) override;
-  Slot slot() const override { return surroundings_.slot; }
+  Slot slot() const override;
   std::unique_ptr<StatusItemObservation> observeSlot(std::function<void()> callback) override;
 
  private:
+  // Makes a change to where the item is shown and tells what differs.
+  void changePlace(const std::function<void()>& change);
+  std::optional<Appearance> barAppearance() const;
   void contentChanged();
   void flushLater();
   void flush();
@@ -76,6 +81,8 @@ class LinuxStatusItem : public StatusItem {
   FontFaces& fonts_;
   const TrayOptions& options_;
   TraySurroundings surroundings_;
+  std::optional<Slot::Shape> wantedShape_;
+  std::optional<Appearance> wantedAppearance_;
   std::function<void()> destroyed_;
   DbusMenu menu_;
   Menu* attachedMenu_ = nullptr;

@@ -32,6 +32,10 @@ std::string faultOf(const PropertyValue& value, const SettingKey<Levels>&) {
       std::ranges::all_of(*levels, [](double level) { return level >= 0 && level <= 1; });
   return isInRange ? "" : "has levels that are not from 0 to 1";
 }
+template <Choice E>
+std::string faultOf(const PropertyValue& value, const SettingKey<E>&) {
+  return Bridge<E>::deserialize(value) ? "" : "is none of its choices";
+}
 template <typename V>
 std::string faultOf(const PropertyValue& value, const SettingKey<V>&) {
   return Bridge<V>::deserialize(value) ? "" : "is of another kind";
@@ -39,6 +43,10 @@ std::string faultOf(const PropertyValue& value, const SettingKey<V>&) {
 
 std::string exampleOf(const SettingKey<bool>& key) { return key.defaultValue() ? "true" : "false"; }
 std::string exampleOf(const SettingKey<Levels>&) { return "[0.2,0.1]"; }
+template <Choice E>
+std::string exampleOf(const SettingKey<E>&) {
+  return std::string(ChoiceNames<E>::values.front());
+}
 
 class ValueCheck {
  public:

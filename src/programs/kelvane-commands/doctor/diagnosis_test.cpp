@@ -151,6 +151,8 @@ TEST(Diagnosis, TellsWhatIsWrongAndWhatToDo) {
          f.preferences.values.insert_or_assign("notifyAtPercentages", PropertyArray{0.2, 7.5});
        },
        Verdict::problem, "preferences", "notifyAtPercentages has levels", "[0.2,0.1]"},
+      {[](auto& f) { f.preferences.values.insert_or_assign("trayIconShape", "round"); },
+       Verdict::problem, "preferences", "trayIconShape is none", "automatic"},
       {[](auto& f) { f.preferences.values.insert_or_assign("Tq_launchCount", "x"); }, Verdict::note,
        "preferences", "Tq_launchCount is of another kind", ""},
       {[](auto& f) { f.preferences.values.insert_or_assign("largeIcons", true); }, Verdict::note,
