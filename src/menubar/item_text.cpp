@@ -64,11 +64,15 @@ std::string withoutUnwantedSign(const ItemContext& context, std::string text) {
   return text;
 }
 
+std::string plainItemText(const ItemContext& context) {
+  return withoutUnwantedSign(context, context.settings.showPercentage.get()
+                                          ? percentageText(context)
+                                          : timeOrFullText(context));
+}
+
 std::string itemText(const ItemContext& context) {
-  std::string text =
-      context.settings.showPercentage.get() ? percentageText(context) : timeOrFullText(context);
-  if (context.battery.isPowerAdapterConnected()) text = kOnPowerPrefix + text;
-  return withoutUnwantedSign(context, std::move(text));
+  const std::string text = plainItemText(context);
+  return context.battery.isPowerAdapterConnected() ? kOnPowerPrefix + text : text;
 }
 
 AttributedText makeTitle(const ItemContext& context, Appearance appearance) {

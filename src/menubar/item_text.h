@@ -26,7 +26,9 @@ const NamedColor* lowBatteryColor(const ItemContext& context);
 std::string percentageText(const ItemContext& context);
 // "∞" when full on power, else the battery's time text.
 std::string timeOrFullText(const ItemContext& context);
-// The title in text mode.
+// The text of the item: the level or the time, as the settings want it.
+std::string plainItemText(const ItemContext& context);
+// The title in text mode: that text, with a bolt before it on power.
 std::string itemText(const ItemContext& context);
 
 // The level without its sign where the settings do not want it.

@@ -1,13 +1,14 @@
 #include "menubar/square_glyph.h"
 
 #include <algorithm>
+#include <cmath>
 #include <string>
 #include <utility>
 
 #include "battery/battery.h"
 #include "menubar/item_text.h"
-#include "menubar/path_builder.h"
 #include "menubar/pictures.h"
+#include "menubar/square_pictures.h"
 #include "platform/graphics.h"
 #include "settings/settings_keys.h"
 #include "store/setting_key.h"
@@ -15,142 +16,192 @@
 namespace kelvane {
 namespace {
 
-// Designed for 22 points; other heights scale it.
-constexpr double kDesignHeight = 22;
+// The square in whole pixels, as people see it: what lies between two pixels is a blur.
+class PixelSquare {
+ public:
+  PixelSquare(Canvas& canvas, const Rect& rect, double scale)
+      : canvas_(canvas),
+        rect_(rect),
+        scale_(scale),
+        side_(std::floor(rect.height * scale + 1e-6)) {}
 
-struct Ruler {
-  Rect rect;
-  double unit;  // points per design point
-  Rect at(double x, double y, double width, double height) const {
-    return {rect.x + x * unit, rect.y + y * unit, width * unit, height * unit};
+  double side() const { return side_; }
+  double scale() const { return scale_; }
+  // Too small for everything at once.
+  bool isSmall() const { return side_ < 20; }
+  // What a length comes to that was designed for 22 pixels.
+  double of(double length, double least = 1) const {
+    return std::max(least, std::round(length * side_ / 22));
   }
+  // How thick an outline is.
+  double line() const { return std::max(1.0, std::round(side_ / 20)); }
+  Rect inPoints(const Rect& pixels) const {
+    return {rect_.x + pixels.x / scale_, rect_.y + pixels.y / scale_, pixels.width / scale_,
+            pixels.height / scale_};
+  }
+
+  void draw(const char* name, const PathBuilder& path, double opacity = 1) const {
+    const Picture picture{name, {side_, side_}, {{path.steps(), 1, {}}}, true};
+    canvas_.drawPicture(picture, inPoints({0, 0, side_, side_}), opacity);
+  }
+  Canvas& canvas() const { return canvas_; }
+
+ private:
+  Canvas& canvas_;
+  Rect rect_;
+  double scale_;
+  double side_;
 };
 
 // What the square says: a level without its sign, or a time.
 struct SquareText {
   std::string text;
-  bool hasSign = false;  // drawn small beside it
+  std::string widest;  // of its kind, so that the size stays the same while the text changes
+  bool hasSign = false;
 };
 
-SquareText squareText(const ItemContext& context) {
-  if (!context.settings.showPercentage.get()) return {timeOrFullText(context)};
+SquareText squareText(const ItemContext& context, bool hasRoomForSign) {
+  if (!context.settings.showPercentage.get()) {
+    const std::string text = timeOrFullText(context);
+    return {text, text.find(':') == std::string::npos ? text : "0:00"};
+  }
   std::string digits = percentageText(context);
   digits.resize(digits.find(kPercentSign));
-  // Three digits leave no room for the sign.
-  const bool hasSign = context.settings.showPercentageSignInIcon.get() && digits.size() < 3;
-  return {std::move(digits), hasSign};
+  if (digits.size() > 2) return {digits, digits};
+  return {std::move(digits), "00",
+          hasRoomForSign && context.settings.showPercentageSignInIcon.get()};
 }
 
-TextStyle squareStyle(double size) {
-  return {.size = size, .weight = FontWeight::medium, .kern = -0.03 * size};
-}
+TextStyle squareStyle(double size) { return {.size = size, .weight = FontWeight::medium}; }
 
-// The text as large as the box allows, at most `largestSize`; a sign stands at its top right.
-void drawFittedText(const ItemContext& context, Canvas& canvas, const Rect& box,
-                    double largestSize) {
-  constexpr double kSignSize = 0.5;  // of the text's
-  constexpr double kSignGap = 0.06;
-  constexpr const char* kSign = "%";
-  const SquareText content = squareText(context);
-  TextStyle style = squareStyle(largestSize);
-  Rect ink, sign;
-  double signRoom = 0;
-  const auto measure = [&] {
-    ink = context.graphics.inkBounds(content.text, style);
-    if (!content.hasSign) return;
-    sign = context.graphics.inkBounds(kSign, squareStyle(kSignSize * style.size));
-    signRoom = sign.width + kSignGap * style.size;
+// The text as large as the box allows, its digits a whole number of pixels high and at most
+// `largest`; a sign stands at its top right.
+void drawFittedText(const ItemContext& context, const PixelSquare& square, const Rect& box,
+                    double largest) {
+  const SquareText content = squareText(context, !square.isSmall());
+  const auto inkOf = [&](const std::string& text, double size) {
+    Rect ink = context.graphics.inkBounds(text, squareStyle(size));
+    for (double* each : {&ink.x, &ink.y, &ink.width, &ink.height}) *each *= square.scale();
+    return ink;
   };
-  measure();
-  while (style.size > 1 && (ink.width + signRoom > box.width || ink.height > box.height)) {
-    style = squareStyle(style.size - 0.25);
-    measure();
+  // A digit without overshoot.
+  constexpr double kProbe = 100;
+  const double digitHeight = inkOf("7", kProbe).height / kProbe;
+  if (digitHeight <= 0) return;
+
+  double height = std::floor(std::min(largest, box.height)), size = 0, sign = 0, signRoom = 0;
+  Rect ink;
+  for (; height >= 1; --height) {
+    size = height / digitHeight;
+    sign = std::max(6.0, std::round(0.62 * height));
+    signRoom = content.hasSign ? sign + std::max(1.0, std::round(0.1 * height)) : 0;
+    ink = inkOf(content.text, size);
+    if (std::max(ink.width, inkOf(content.widest, size).width) + signRoom <= box.width) break;
   }
-  // The ink stands in the middle, whatever hangs below the baseline in this text.
-  const double baseline = box.y + (box.height - ink.height) / 2 - ink.y;
-  const double left = box.x + (box.width - ink.width - signRoom) / 2;
-  canvas.drawText(content.text, {left - 1, baseline, ink.width + 2, box.height}, style);
-  if (!content.hasSign) return;
-  const double top = baseline + ink.y + ink.height;
-  canvas.drawText(kSign,
-                  {left + ink.width + signRoom - sign.width - 1, top - sign.height - sign.y,
-                   sign.width + 2, box.height},
-                  squareStyle(kSignSize * style.size));
+  const double left = box.x + std::round((box.width - ink.width - signRoom) / 2);
+  // What is no digit stands in the middle of where digits would.
+  const bool hasDigits = content.text.find_first_of("0123456789") != std::string::npos;
+  double baseline = box.y + std::floor((box.height - height) / 2);
+  const double top = baseline + height;
+  if (!hasDigits) baseline += std::round((height - ink.height) / 2 - ink.y);
+  constexpr double kOverhang = 2;  // a glyph may reach beyond its advance
+  Rect line = square.inPoints({left - ink.x - kOverhang, baseline, 2 * kOverhang, box.height});
+  line.width += context.graphics.lineBounds({{{content.text, size, FontWeight::medium, {}}}}).width;
+  square.canvas().drawText(content.text, line, squareStyle(size));
+  if (content.hasSign)
+    square.draw("PercentSign", percentOutline({std::ceil(left + ink.width) + signRoom - sign,
+                                               top - sign, sign, sign}));
 }
 
-// How the settings size the gauge, in design points.
-struct GaugeForm {
-  double margin;       // to the left and right
-  double frameHeight;  // whole points, like all in it, so that it is crisp at scale 1
-  double frameOpacity;
-};
-
-GaugeForm gaugeForm(const ItemContext& context) {
-  const bool isLarge = context.settings.largeIcon.get();
-  return {.margin = isLarge ? 0.0 : 1.0,
-          .frameHeight = isLarge ? 7.0 : 6.0,
-          .frameOpacity = context.settings.oldIconStyle.get() ? 0.95 : 0.6};
+// What stands before the gauge on power: a plug once it is full, else a bolt.
+void drawPowerMark(const ItemContext& context, const PixelSquare& square, const Rect& rect) {
+  if (isFullyChargedOnPower(context))
+    square.draw("SquarePlug", plugOutline(rect, square.line()));
+  else
+    square.draw("SquareBolt", boltOutline(rect));
 }
 
-// A frame with its terminal, the level inside, a bolt before it while on power.
-struct GaugePictures {
-  Picture frame;
-  Picture level;
-};
-
-GaugePictures gaugePictures(const GaugeForm& form, double level, bool hasBolt) {
-  constexpr double kTerminal = 2;
-  constexpr double kGap = 1;  // between frame and charge
-  constexpr Size kSize{kDesignHeight, 8};
-  const double height = form.frameHeight;
-  const double left = form.margin + (hasBolt ? 6 : 0);
-  const double frameWidth = kDesignHeight - form.margin - left - kTerminal;
-  PathBuilder frame, charge, bolt;
-  frame.roundedFrame({left, 0, frameWidth, height}, 2, 1);
-  frame.roundedRect({left + frameWidth + 0.6, height / 2 - 1.25, 1.4, 2.5},
-                    {.bottomRight = 1.2, .topRight = 1.2});
-  const double width = (frameWidth - 2 - 2 * kGap) * level;
-  charge.roundedRect({left + 1 + kGap, 1 + kGap, width, height - 2 - 2 * kGap},
-                     PathBuilder::all(std::min(0.5, width / 2)));
-  if (hasBolt) bolt = boltOutline({form.margin, 0, 5, height + 1});
-  return {{"GaugeFrame", kSize, {{frame.steps(), 1, {}}}, true},
-          {"GaugeLevel", kSize, {{charge.steps(), 1, {}}, {bolt.steps(), 1, {}}}, true}};
-}
-
-void drawGauge(const ItemContext& context, Canvas& canvas, const Ruler& ruler, double y) {
-  const GaugeForm form = gaugeForm(context);
+void drawGauge(const ItemContext& context, const PixelSquare& square, const Gauge& gauge) {
   const double level = std::clamp(context.battery.percentage(), 0.0, 1.0);
-  const GaugePictures gauge = gaugePictures(form, level, context.battery.isPowerAdapterConnected());
-  const Rect rect = ruler.at(0, y, kDesignHeight, 8);
-  canvas.drawPicture(gauge.frame, rect, form.frameOpacity);
-  canvas.drawPicture(gauge.level, rect, 1);
+  square.draw("GaugeFrame", gauge.frame(), context.settings.oldIconStyle.get() ? 0.95 : 0.6);
+  square.draw("GaugeLevel", gauge.charge(level));
 }
 
-void drawSquare(const ItemContext& context, const Slot& slot, Canvas& canvas, const Rect& rect) {
-  const Ruler ruler{rect, rect.height / kDesignHeight};
-  canvas.setImageInterpolation(ImageInterpolation::high);
-  if (slot.showsTextBeside) {
-    drawGauge(context, canvas, ruler, 7);
-  } else if (context.settings.textOnlyIcon.get()) {
-    if (context.settings.smallMenuBarText.get())
-      drawFittedText(context, canvas, ruler.at(2, 4, 18, 14), 13 * ruler.unit);
-    else
-      drawFittedText(context, canvas, ruler.at(0.5, 3, 21, 16), 17 * ruler.unit);
-  } else {
-    // The alternative style has the smaller text, as in the wide glyph.
-    const double size = context.settings.oldIconStyle.get() ? 15 : 16;
-    const Rect box =
-        context.settings.largeIcon.get() ? ruler.at(0.25, 8.5, 21.5, 13) : ruler.at(1, 8, 20, 12);
-    drawFittedText(context, canvas, box, size * ruler.unit);
-    drawGauge(context, canvas, ruler, context.settings.largeIcon.get() ? 0 : 1);
+// A text with a gauge below it.
+void drawTextAndGauge(const ItemContext& context, const PixelSquare& square) {
+  const bool isLarge = context.settings.largeIcon.get();
+  const double margin = isLarge || square.isSmall() ? 0 : square.of(1);
+  const double height = square.of(isLarge ? 8 : 7, 5);
+  const double gap = square.isSmall() ? 0 : square.of(1);
+  Rect rect{margin, margin, square.side() - 2 * margin, height};
+  if (context.battery.isPowerAdapterConnected()) {
+    const double width = isFullyChargedOnPower(context) ? square.of(9) : square.of(5);
+    drawPowerMark(context, square, {rect.x, rect.y, width, height});
+    rect.x += width + square.of(1);
+    rect.width -= width + square.of(1);
   }
+  drawGauge(context, square, {rect, square.line(), gap});
+  const double bottom = margin + height + 1;
+  drawFittedText(context, square, {0, bottom, square.side(), square.side() - bottom},
+                 // The alternative style has the smaller text, as in the wide glyph.
+                 context.settings.oldIconStyle.get() ? square.of(10, 8) : square.of(11, 9));
+}
+
+// A text alone, with a bolt below it on power.
+void drawTextAlone(const ItemContext& context, const PixelSquare& square) {
+  const bool isSmallText = context.settings.smallMenuBarText.get();
+  Rect box{0, 0, square.side(), square.side()};
+  if (context.battery.isPowerAdapterConnected()) {
+    const double height = square.of(isSmallText ? 7 : 8, 6), width = std::round(0.7 * height);
+    square.draw("SquareBolt", boltOutline({std::round((square.side() - width) / 2), square.of(1),
+                                           width, height}));
+    box.y = height + square.of(2);
+    box.height -= box.y;
+  }
+  drawFittedText(context, square, box, isSmallText ? square.of(8, 7) : square.of(11, 8));
+}
+
+// The battery without a text, for a host that shows that beside it.
+void drawBody(const ItemContext& context, const PixelSquare& square) {
+  const double side = square.side();
+  const double height = 2 * square.of(context.settings.largeIcon.get() ? 8 : 6.5);
+  const double line = square.line();
+  Rect rect{0, std::round((side - height) / 2), side, height};
+  if (isFullyChargedOnPower(context)) {
+    const Gauge gauge{rect, line, line};
+    square.draw("GaugeFrame", gauge.frame(), 0.9);
+    Rect plug = gauge.inside();
+    plug.x += line;
+    plug.width -= 2 * line;
+    drawPowerMark(context, square, plug);
+    return;
+  }
+  if (context.battery.isPowerAdapterConnected()) {
+    const double width = square.of(7);
+    drawPowerMark(context, square, {0, rect.y, width, height});
+    rect.x += width + line;
+    rect.width -= width + line;
+  }
+  drawGauge(context, square, {rect, line, line});
+}
+
+void drawSquare(const ItemContext& context, const Slot& slot, const PixelSquare& square) {
+  square.canvas().setImageInterpolation(ImageInterpolation::high);
+  const bool isTextOnly = context.settings.textOnlyIcon.get();
+  if (!slot.showsTextBeside)
+    isTextOnly ? drawTextAlone(context, square) : drawTextAndGauge(context, square);
+  else if (!isTextOnly)
+    drawBody(context, square);
+  else if (context.battery.isPowerAdapterConnected())
+    square.draw("SquareBolt",
+                boltOutline({square.of(6), square.of(3), square.of(10), square.of(16)}));
 }
 
 }  // namespace
 
 Image makeSquareImage(const ItemContext& context, const Slot& slot) {
   return {{slot.height, slot.height}, false, [context, slot](Canvas& canvas, const Rect& rect) {
-            drawSquare(context, slot, canvas, rect);
+            drawSquare(context, slot, {canvas, rect, slot.scale});
           }};
 }
 

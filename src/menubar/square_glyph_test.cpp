@@ -1,5 +1,6 @@
 #include "menubar/square_glyph.h"
 
+#include <cmath>
 #include <string>
 #include <vector>
 
@@ -27,14 +28,21 @@ TEST_F(SquareGlyph, ShowsTheSameInAllModes) {
     bool showsPercentage, showsSign, isText;
     std::vector<std::string> drawn;
   };
+  const std::string frame = "GaugeFrame", level = "GaugeLevel", bolt = "SquareBolt",
+                    plug = "SquarePlug", sign = "PercentSign";
+  const MemoryBattery half{.percent = 57, .estimate = 7500},
+      charging{.percent = 57, .isOnPower = true}, full{.percent = 100, .isOnPower = true};
   const Row rows[] = {
-      {{.percent = 57}, true, true, false, {"57", "%", "GaugeFrame", "GaugeLevel"}},
-      {{.percent = 57}, true, false, false, {"57", "GaugeFrame", "GaugeLevel"}},
-      {{.percent = 100, .isOnPower = true}, true, true, false, {"100", "GaugeFrame", "GaugeLevel"}},
-      {{.percent = 57, .estimate = 7500}, false, true, false, {"2:05", "GaugeFrame", "GaugeLevel"}},
-      {{.percent = 100, .isOnPower = true}, false, true, false, {"∞", "GaugeFrame", "GaugeLevel"}},
-      {{.percent = 57, .estimate = 7500}, false, true, true, {"2:05"}},
-      {{.percent = 57}, true, true, true, {"57", "%"}},
+      {half, true, true, false, {frame, level, "57", sign}},
+      {half, true, false, false, {frame, level, "57"}},
+      {charging, true, true, false, {bolt, frame, level, "57", sign}},
+      {full, true, true, false, {plug, frame, level, "100"}},
+      {half, false, true, false, {frame, level, "2:05"}},
+      {full, false, true, false, {plug, frame, level, "∞"}},
+      {half, false, true, true, {"2:05"}},
+      {half, true, true, true, {"57", sign}},
+      {charging, true, false, true, {bolt, "57"}},
+      {full, false, true, true, {bolt, "∞"}},
   };
   for (const Row& row : rows) {
     set(row.battery);
@@ -47,31 +55,48 @@ TEST_F(SquareGlyph, ShowsTheSameInAllModes) {
   }
 }
 
-TEST_F(SquareGlyph, TextsStayInsideAndApartAtEverySize) {
-  for (const double height : {16.0, 22.0, 24.0, 32.0}) {
-    for (const int percent : {4, 57, 100}) {
-      for (const bool isLarge : {false, true}) {
+TEST_F(SquareGlyph, TextsStayInsideAndOnWholePixelsAtEverySize) {
+  for (const double scale : {1.0, 1.5, 2.0}) {
+    for (const double height : {16.0, 22.0, 24.0, 32.0}) {
+      const Slot slot{.shape = Slot::Shape::square, .height = height, .scale = scale};
+      for (const int percent : {4, 57, 100}) {
         set({.percent = percent});
-        settings.largeIcon.set(isLarge);
-        const auto commands =
-            record(makeSquareImage(context, {.shape = Slot::Shape::square, .height = height}));
-        double right = 0;
-        for (const DrawCommand& command : commands) {
+        for (const DrawCommand& command : record(makeSquareImage(context, slot))) {
           if (command.kind != DrawCommand::Kind::text) continue;
           const Rect ink = graphics.inkBounds(command.what, command.style);
           const double left = command.rect.x + (command.rect.width - ink.width) / 2;
-          EXPECT_GE(left, right);  // of the bar's edge, then of the digits
-          right = left + ink.width;
-          EXPECT_LE(right, height);
-          EXPECT_GE(command.rect.y, 8 * height / 22 - 1e-9);
-          EXPECT_LE(command.rect.y + ink.height, height);
-        }
-        if (percent > 9) {
-          EXPECT_GT(right, 0.85 * height);
+          EXPECT_GE(left, -1e-9);
+          EXPECT_LE(left + ink.width, height + 1e-9);
+          EXPECT_GT(command.rect.y, 0.3 * height);  // above the gauge
+          EXPECT_LE(command.rect.y + ink.height, height + 1e-9);
+          EXPECT_GE(ink.height, 0.22 * height);
+          for (const double edge : {command.rect.y * scale, ink.height * scale})
+            EXPECT_NEAR(edge, std::round(edge), 1e-6) << height << " at " << scale;
         }
       }
     }
   }
+}
+
+TEST_F(SquareGlyph, GivesUpTheSignForLargerDigitsWhereThereAreFewPixels) {
+  set({.percent = 57});
+  const auto pieces = [&](double scale) {
+    return drawn(
+        makeSquareImage(context, {.shape = Slot::Shape::square, .height = 16, .scale = scale}));
+  };
+  EXPECT_EQ(pieces(1).back(), "57");
+  EXPECT_EQ(pieces(2).back(), "PercentSign");
+}
+
+TEST_F(SquareGlyph, DigitsKeepTheirSizeFromNinetyNineToOne) {
+  const auto size = [&](int percent) {
+    set({.percent = percent});
+    for (const DrawCommand& command : record(makeSquareImage(context, kSlot)))
+      if (command.kind == DrawCommand::Kind::text) return command.style.size;
+    return 0.0;
+  };
+  EXPECT_EQ(size(9), size(10));
+  EXPECT_LT(size(100), size(99) + 1e-9);
 }
 
 TEST_F(SquareGlyph, EachAppearanceKeyChangesThePicture) {
@@ -85,8 +110,8 @@ TEST_F(SquareGlyph, EachAppearanceKeyChangesThePicture) {
   };
   std::string last = look();
   for (const SettingKey<bool>* key :
-       {&settings.largeIcon, &settings.oldIconStyle, &settings.showPercentageSignInIcon,
-        &settings.showPercentage, &settings.textOnlyIcon, &settings.smallMenuBarText}) {
+       {&settings.oldIconStyle, &settings.showPercentageSignInIcon, &settings.showPercentage,
+        &settings.textOnlyIcon, &settings.smallMenuBarText}) {
     key->set(!key->get());
     const std::string now = look();
     EXPECT_NE(now, last) << key->name();
@@ -94,12 +119,20 @@ TEST_F(SquareGlyph, EachAppearanceKeyChangesThePicture) {
   }
 }
 
-TEST_F(SquareGlyph, IsTheGaugeAloneBesideATextOfTheHost) {
+TEST_F(SquareGlyph, IsTheBodyAloneBesideATextOfTheHost) {
   Slot slot = kSlot;
   slot.showsTextBeside = true;
-  const auto commands = record(makeSquareImage(context, slot));
-  ASSERT_EQ(commands.size(), 3U);
-  EXPECT_EQ(commands[1].what, "GaugeFrame");
+  using Drawn = std::vector<std::string>;
+  set({.percent = 57, .isOnPower = true});
+  EXPECT_EQ(drawn(makeSquareImage(context, slot)),
+            (Drawn{"SquareBolt", "GaugeFrame", "GaugeLevel"}));
+  settings.textOnlyIcon.set(true);
+  EXPECT_EQ(drawn(makeSquareImage(context, slot)), Drawn{"SquareBolt"});
+  set({.percent = 57});
+  EXPECT_EQ(drawn(makeSquareImage(context, slot)), Drawn{});
+  settings.textOnlyIcon.set(false);
+  set({.percent = 100, .isOnPower = true});
+  EXPECT_EQ(drawn(makeSquareImage(context, slot)), (Drawn{"GaugeFrame", "SquarePlug"}));
 }
 
 }  // namespace

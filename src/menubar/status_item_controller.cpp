@@ -121,7 +121,7 @@ void StatusItemController::updateSquare() {
   StatusItem& item = statusItem();
   const Slot slot = item.slot();
   item.setLength(kSquareStatusItemLength);
-  item.setTitle(slot.showsTextBeside ? itemText(context_) : "");
+  item.setTitle(slot.showsTextBeside ? plainItemText(context_) : "");
   item.setImage(asButtonImage(makeSquareImage(context_, slot)));
 }
 

@@ -129,14 +129,14 @@ TEST_F(ControllerTest, WarningIsTintedUnderTheAppearanceOfTheButton) {
 }
 
 TEST_F(ControllerTest, FollowsTheShapeOfTheSlot) {
-  set({.percent = 57});
+  set({.percent = 57, .isOnPower = true});
   controller.updateStatusItem();
-  EXPECT_EQ(item().image->size, (Size{28, 14}));
+  EXPECT_EQ(item().image->size, (Size{36, 14}));
   item().slot = {.shape = Slot::Shape::square, .height = 16, .showsTextBeside = true};
   item().slotObservers.notify();
   EXPECT_EQ(item().image->size, (Size{16, 16}));
   EXPECT_EQ(item().length, kSquareStatusItemLength);
-  EXPECT_EQ(item().title.plainText(), "57﹪");
+  EXPECT_EQ(item().title.plainText(), "57﹪");  // the image has the bolt
   item().slot = {.shape = Slot::Shape::square, .height = 22};
   item().slotObservers.notify();
   EXPECT_EQ(item().title.plainText(), "");

@@ -30,6 +30,8 @@ struct GoldenState {
   PropertyDictionary settings;
   Slot::Shape shape = Slot::Shape::wide;
   Appearance bar = Appearance::light;
+  double height = 22;
+  bool showsTextBeside = false;
 };
 
 void PrintTo(const GoldenState& state, std::ostream* out) { *out << state.name; }
@@ -76,6 +78,29 @@ const std::vector<GoldenState> kStates = {
     {"square-time", {.percent = 57, .estimate = 7500}, {{"showPercentage", false}}, kSquare},
     {"square-final-warning", {.percent = 4, .warning = kFinal}, {}, kSquare},
     {"square-text", {.percent = 57}, {{"textOnlyIcon", true}}, kSquare},
+    {"square-text-on-power", {.percent = 57, .isOnPower = true}, {{"textOnlyIcon", true}}, kSquare},
+    {"square-old-style", {.percent = 57}, {{"oldIconStyle", true}}, kSquare},
+    {"square-large", {.percent = 57}, {{"largeIcon", true}}, kSquare},
+    {"square-tall", {.percent = 57, .isOnPower = true}, {}, kSquare, kDarkBar, 32},
+    {"square-small", {.percent = 57, .isOnPower = true}, {}, kSquare, kDarkBar, 16},
+    {"square-small-time",
+     {.percent = 57, .estimate = 7500},
+     {{"showPercentage", false}},
+     kSquare,
+     kDarkBar,
+     16},
+    {"body", {.percent = 57}, {}, kSquare, kDarkBar, 16, true},
+    {"body-large", {.percent = 57}, {{"largeIcon", true}}, kSquare, kDarkBar, 16, true},
+    {"body-charging", {.percent = 57, .isOnPower = true}, {}, kSquare, kDarkBar, 16, true},
+    {"body-full", {.percent = 100, .isOnPower = true}, {}, kSquare, kDarkBar, 16, true},
+    {"body-final-warning", {.percent = 4, .warning = kFinal}, {}, kSquare, kDarkBar, 16, true},
+    {"body-of-text-on-power",
+     {.percent = 57, .isOnPower = true},
+     {{"textOnlyIcon", true}},
+     kSquare,
+     kDarkBar,
+     16,
+     true},
 };
 
 Bitmap render(const GoldenState& state, double scale) {
@@ -84,7 +109,7 @@ Bitmap render(const GoldenState& state, double scale) {
   state.battery.apply(registry, powerSources);
   MemoryPreferences preferences(state.settings);
   FontFaces fonts("DejaVu Sans");
-  const Slot slot{.shape = state.shape, .height = 22, .scale = scale};
+  const Slot slot{state.shape, state.height, scale, state.showsTextBeside};
   return sketchItem(registry, powerSources, preferences, fonts, {slot, state.bar});
 }
 
