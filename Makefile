@@ -28,7 +28,7 @@ test:
 	scripts/run-tests test
 
 test-desktops:
-	scripts/install-dependencies desktops
+	scripts/install-dependencies desktops big-desktops
 	$(BUILD)
 	scripts/run-tests test-desktops
 

@@ -1,4 +1,4 @@
-"""The item on every light desktop: registered, seen on the screen, following the battery.
+"""The item on every desktop: registered, seen on the screen, following the battery.
 
 The desktop is named by $KELVANE_HOST.
 """
@@ -106,7 +106,8 @@ class DesktopTest(DeskCase):
         kelvane.wait_until_gone()
         self.wait_for_change(shown)
         looks.append(self.settled("after"))
-        pixels = screen.rightmost_group(screen.shown_only_in(shown, looks[-2], looks[-1]))
+        pixels = screen.shown_only_in(shown, looks[-2], looks[-1])
+        pixels = screen.outermost_group(pixels, self.desk.host.items_on_left)
         return pixels if len(pixels) > 40 else {}
 
     def shows_a_menu(self, name, closed):

@@ -49,7 +49,8 @@ class Desk(Fixture):
 
     def kill_panel(self):
         """Ends the panel as a crash does and waits until the tray is gone."""
-        self.processes.kill("panel")
+        for name in reversed(self.host.panel_processes):
+            self.processes.kill(name)
         wait_until(lambda: not self.bus.has_owner(WATCHER), "the tray's end")
 
     def start_notifier(self):

@@ -99,6 +99,8 @@ def registered(bus):
     items = []
     for entry in entries:
         service, slash, path = entry.partition("/")
+        # GNOME's extension parts the two by an "@".
+        service = service.removesuffix("@")
         items.append(Item(bus, service, slash + path if slash else "/StatusNotifierItem"))
     return items
 

@@ -31,15 +31,15 @@ def bounds(pixels):
     return min(xs), min(ys), max(xs), max(ys)
 
 
-def rightmost_group(pixels, gap=8):
-    """Of those pixels the ones on the right that no `gap` of unchanged columns parts.
+def outermost_group(pixels, on_left=False, gap=8):
+    """Of those pixels the ones at one end that no `gap` of unchanged columns parts.
 
-    Panels move other things a little when an item comes; the tray itself is on the right.
+    Panels move other things a little when an item comes, on its other side.
     """
-    columns = sorted({x for x, _ in pixels}, reverse=True)
-    first = columns[0] if columns else 0
+    columns = sorted({x for x, _ in pixels}, reverse=not on_left)
+    last = columns[0] if columns else 0
     for x in columns:
-        if first - x > gap:
+        if abs(last - x) > gap:
             break
-        first = x
-    return {at: color for at, color in pixels.items() if at[0] >= first}
+        last = x
+    return {at: color for at, color in pixels.items() if at[0] == last or (at[0] < last) == on_left}

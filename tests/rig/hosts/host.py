@@ -21,6 +21,8 @@ class Host:
     services = ()
     wayland = False
     window_manager = ("openbox", "--sm-disable")
+    items_on_left = False  # A new item comes on the left of what else the tray shows.
+    panel_processes = ("panel",)  # What start_panel starts, in that order.
     has_notifications = False  # Its own notification server, so no other one can be started.
 
     def __init__(self, look):

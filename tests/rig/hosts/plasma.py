@@ -11,6 +11,9 @@ _APPLETS = ("kickoff", "panelspacer", "systemtray", "digitalclock")
 class Plasma(Host):
     desktop = "KDE"
     window_manager = ("kwin_x11",)
+    services = ("org.kde.kscreen",)
+    items_on_left = True
+    panel_processes = ("kded", "panel")
     has_notifications = True
 
     def environment(self):
@@ -38,9 +41,13 @@ class Plasma(Host):
 
     def start_shell(self, desk):
         desk.start("activities", *glob.glob("/usr/lib/*/libexec/kactivitymanagerd"))
-        desk.start("kded", "kded5")
-        for name in ("org.kde.kded5", "org.kde.ActivityManager"):
-            wait_until(lambda name=name: desk.bus.has_owner(name), name)
+        self._wait_for(desk, "org.kde.ActivityManager")
 
     def start_panel(self, desk):
+        desk.start("kded", "kded5")
+        self._wait_for(desk, "org.kde.kded5")
         desk.start("panel", "plasmashell", "--no-respawn")
+
+    @staticmethod
+    def _wait_for(desk, name):
+        wait_until(lambda: desk.bus.has_owner(name), name)

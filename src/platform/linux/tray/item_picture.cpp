@@ -36,6 +36,12 @@ ItemLayout layoutOf(const Slot& slot, double length, const Size& image) {
            centred(shown.height, picture.height, slot.scale), shown.width, shown.height}};
 }
 
+Slot roomFor(const Slot& slot, bool hasBacking) {
+  Slot room = slot;
+  if (hasBacking && slot.shape == Slot::Shape::square) room.height -= 2 * kBackingMargin;
+  return room;
+}
+
 Bitmap renderItem(FontFaces& fonts, const Slot& slot, const std::optional<Appearance>& bar,
                   const ItemContent& content) {
   const Color foreground = bar == Appearance::light ? kDark : kLight;

@@ -29,6 +29,10 @@ struct ItemLayout {
 // takes the image whole. An image is shrunk to fit, never enlarged, and lies in the middle.
 ItemLayout layoutOf(const Slot& slot, double length, const Size& image);
 
+// What of a slot is left to a square image: a backing needs an edge around it, and a wide picture
+// makes room for that by itself.
+Slot roomFor(const Slot& slot, bool hasBacking);
+
 // The image; without one the title, unless the host shows it beside (then nothing is drawn). What
 // has no colour of its own is light on a dark bar and dark on a light one; where the bar is not
 // known (`bar` is absent) it is light on a dark backing of its own shape.

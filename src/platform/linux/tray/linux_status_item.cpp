@@ -156,7 +156,9 @@ void LinuxStatusItem::setAppearance(std::optional<Appearance> appearance) {
   changePlace([&] { wantedAppearance_ = appearance; });
 }
 
-Slot LinuxStatusItem::slot() const {
+Slot LinuxStatusItem::slot() const { return roomFor(wholeSlot(), !barAppearance()); }
+
+Slot LinuxStatusItem::wholeSlot() const {
   Slot slot = surroundings_.slot;
   slot.shape = wantedShape_.value_or(slot.shape);
   return slot;
@@ -215,7 +217,7 @@ void LinuxStatusItem::flush() {
 }
 
 void LinuxStatusItem::renderContent() {
-  const Slot slot = this->slot();
+  const Slot slot = wholeSlot();
   Bitmap picture = renderItem(fonts_, slot, barAppearance(), content_);
   if (!shakeOffsets_.empty())
     moveUp(picture, static_cast<int>(std::lround(shakeOffsets_.front() * slot.scale)));

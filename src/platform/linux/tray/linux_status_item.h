@@ -69,6 +69,7 @@ class LinuxStatusItem : public StatusItem {
   // Makes a change to where the item is shown and tells what differs.
   void changePlace(const std::function<void()>& change);
   std::optional<Appearance> barAppearance() const;
+  Slot wholeSlot() const;
   void contentChanged();
   void flushLater();
   void flush();
