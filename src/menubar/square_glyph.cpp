@@ -19,11 +19,11 @@ namespace {
 // The square in whole pixels, as people see it: what lies between two pixels is a blur.
 class PixelSquare {
  public:
-  PixelSquare(Canvas& canvas, const Rect& rect, double scale)
+  PixelSquare(Canvas& canvas, const Rect& rect)
       : canvas_(canvas),
         rect_(rect),
-        scale_(scale),
-        side_(std::floor(rect.height * scale + 1e-6)) {}
+        scale_(canvas.scale()),
+        side_(std::floor(rect.height * scale_ + 1e-6)) {}
 
   double side() const { return side_; }
   double scale() const { return scale_; }
@@ -201,7 +201,7 @@ void drawSquare(const ItemContext& context, const Slot& slot, const PixelSquare&
 
 Image makeSquareImage(const ItemContext& context, const Slot& slot) {
   return {{slot.height, slot.height}, false, [context, slot](Canvas& canvas, const Rect& rect) {
-            drawSquare(context, slot, {canvas, rect, slot.scale});
+            drawSquare(context, slot, {canvas, rect});
           }};
 }
 

@@ -15,9 +15,9 @@ using SquareGlyph = ItemTest;
 
 constexpr Slot kSlot{.shape = Slot::Shape::square, .height = 22};
 
-std::vector<std::string> drawn(const Image& image) {
+std::vector<std::string> drawn(const Image& image, double scale = 1) {
   std::vector<std::string> result;
-  for (const DrawCommand& command : record(image))
+  for (const DrawCommand& command : record(image, scale))
     if (!command.what.empty()) result.push_back(command.what);
   return result;
 }
@@ -58,10 +58,10 @@ TEST_F(SquareGlyph, ShowsTheSameInAllModes) {
 TEST_F(SquareGlyph, TextsStayInsideAndOnWholePixelsAtEverySize) {
   for (const double scale : {1.0, 1.5, 2.0}) {
     for (const double height : {16.0, 22.0, 24.0, 32.0}) {
-      const Slot slot{.shape = Slot::Shape::square, .height = height, .scale = scale};
+      const Slot slot{.shape = Slot::Shape::square, .height = height};
       for (const int percent : {4, 57, 100}) {
         set({.percent = percent});
-        for (const DrawCommand& command : record(makeSquareImage(context, slot))) {
+        for (const DrawCommand& command : record(makeSquareImage(context, slot), scale)) {
           if (command.kind != DrawCommand::Kind::text) continue;
           const Rect ink = graphics.inkBounds(command.what, command.style);
           const double left = command.rect.x + (command.rect.width - ink.width) / 2;
@@ -81,8 +81,7 @@ TEST_F(SquareGlyph, TextsStayInsideAndOnWholePixelsAtEverySize) {
 TEST_F(SquareGlyph, GivesUpTheSignForLargerDigitsWhereThereAreFewPixels) {
   set({.percent = 57});
   const auto pieces = [&](double scale) {
-    return drawn(
-        makeSquareImage(context, {.shape = Slot::Shape::square, .height = 16, .scale = scale}));
+    return drawn(makeSquareImage(context, {.shape = Slot::Shape::square, .height = 16}), scale);
   };
   EXPECT_EQ(pieces(1).back(), "57");
   EXPECT_EQ(pieces(2).back(), "PercentSign");

@@ -22,6 +22,9 @@ class Canvas {
  public:
   virtual ~Canvas() = default;
 
+  // Pixels per point, for drawing on whole pixels; the lower left corner of a drawing lies on one.
+  virtual double scale() const = 0;
+
   // How pictures are resampled from here on, where the platform resamples at all.
   virtual void setImageInterpolation(ImageInterpolation interpolation) = 0;
 

@@ -31,8 +31,9 @@ void RecordingCanvas::fill(const Rect& rect, const Color& color, CompositeOperat
       {.kind = DrawCommand::Kind::fill, .rect = rect, .color = color, .operation = operation});
 }
 
-std::vector<DrawCommand> record(const Image& image) {
+std::vector<DrawCommand> record(const Image& image, double pixelsPerPoint) {
   RecordingCanvas canvas;
+  canvas.pixelsPerPoint = pixelsPerPoint;
   image.draw(canvas, {0, 0, image.size.width, image.size.height});
   return canvas.commands;
 }

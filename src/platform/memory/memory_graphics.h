@@ -26,16 +26,18 @@ struct DrawCommand {
 
 class RecordingCanvas : public Canvas {
  public:
+  double scale() const override { return pixelsPerPoint; }
   void setImageInterpolation(ImageInterpolation interpolation) override;
   void drawPicture(const Picture& picture, const Rect& rect, double opacity) override;
   void drawText(std::string_view text, const Rect& rect, const TextStyle& style) override;
   void fill(const Rect& rect, const Color& color, CompositeOperation operation) override;
 
+  double pixelsPerPoint = 1;
   std::vector<DrawCommand> commands;
 };
 
 // Draws an image into a record, in the rectangle (0, 0) and its size.
-std::vector<DrawCommand> record(const Image& image);
+std::vector<DrawCommand> record(const Image& image, double pixelsPerPoint = 1);
 
 // Every character is 0.6 of the font size wide plus the kern, its ink 0.7 of the size high; a line
 // is 1.2 of the size high.

@@ -41,8 +41,9 @@ class Lxqt(Host):
     def configure(self, home):
         folder = home / ".config/lxqt"
         folder.mkdir(parents=True)
+        theme = "dark" if self.look.dark else "light"
         (folder / "lxqt.conf").write_text(
-            "[General]\n__userfile__=true\ntheme=frost\nicon_theme=Adwaita\n"
+            f"[General]\n__userfile__=true\ntheme={theme}\nicon_theme=Adwaita\n"
         )
         panel = _PANEL.format(panel=self.look.panel, icon=self.look.panel - 10)
         (folder / "panel.conf").write_text(panel)

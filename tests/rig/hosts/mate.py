@@ -11,5 +11,10 @@ class Mate(Host):
     def services(self):
         return ("ca.desrt.dconf", *installed_services("org.mate.panel.applet.*"))
 
+    def environment(self):
+        # Of the whole session, as the bus starts the applets.
+        theme = {"GTK_THEME": "Adwaita:dark"} if self.look.dark else {}
+        return {**super().environment(), **theme}
+
     def start_panel(self, desk):
         desk.start("panel", "mate-panel")

@@ -37,6 +37,8 @@ class Plasma(Host):
         (folder / "plasma-org.kde.plasma.desktop-appletsrc").write_text(panel)
         height = f"[PlasmaViews][Panel 1][Defaults]\nthickness={self.look.panel}\n"
         (folder / "plasmashellrc").write_text(height)
+        theme = "breeze-dark" if self.look.dark else "breeze-light"
+        (folder / "plasmarc").write_text(f"[Theme]\nname={theme}\n")
         (folder / "ksplashrc").write_text("[KSplash]\nEngine=none\n")
 
     def start_shell(self, desk):

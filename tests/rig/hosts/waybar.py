@@ -60,4 +60,5 @@ class Waybar(Host):
         desk.environment["SWAYSOCK"] = str(next(runtime.glob("sway-ipc.*")))
 
     def start_panel(self, desk):
-        desk.start("panel", "waybar", "--log-level", "info")
+        theme = {"GTK_THEME": "Adwaita:dark"} if self.look.dark else {}
+        desk.start("panel", "waybar", "--log-level", "info", **theme)

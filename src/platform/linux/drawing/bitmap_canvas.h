@@ -17,6 +17,7 @@ class BitmapCanvas : public Canvas {
   // What names no colour is drawn in `foreground`. Both references outlive the canvas.
   BitmapCanvas(Bitmap& bitmap, double scale, FontFaces& faces, const Color& foreground);
 
+  double scale() const override { return scale_; }
   // Pictures are paths here, so there is nothing to resample.
   void setImageInterpolation(ImageInterpolation) override {}
   void drawPicture(const Picture& picture, const Rect& rect, double opacity) override;

@@ -11,8 +11,7 @@ using Shape = Slot::Shape;
 constexpr Slot square(double height) { return {Shape::square, height, 1, false}; }
 constexpr Slot wide(double height) { return {Shape::wide, height, 1, false}; }
 
-// Every host takes one picture of exactly its size as it is. Offered several, Xfce and Waybar take
-// the largest and blur it, the others differ.
+// Every host takes one picture of exactly its size as it is.
 constexpr std::array kProfiles = {
     // As careful as possible: a picture keeps legible in a square, and most hosts squeeze.
     HostProfile{.host = TrayHost::unknown, .slot = square(22)},
@@ -23,11 +22,14 @@ constexpr std::array kProfiles = {
                 .barColor = BarColor::panelSettings,
                 .callsActivate = false,
                 .givesRootCoordinates = true},
-    // Fits into 22 by 22. Activate on every left click, in root coordinates. The panel's theme is
-    // independent of the colour scheme. Its menus are Qt's. A tool tip with tags in it is taken for
+    // Fits into 22 by 22, whatever the scale. Activate on every left click, in root coordinates.
+    // The
+    // panel's theme is independent of the colour scheme. Its menus are Qt's. A tool tip with tags
+    // in it is taken for
     // markup, one without is plain, entities and all.
     HostProfile{.host = TrayHost::lxqt,
                 .slot = square(22),
+                .picksBestSize = true,
                 .givesRootCoordinates = true,
                 .usesQtKeyNames = true},
     // Fills the panel's height, 24 by default, with the picture's own width. Activate says (0, 25)
@@ -54,6 +56,7 @@ constexpr std::array kProfiles = {
     HostProfile{.host = TrayHost::gnome,
                 .slot = {Shape::square, 16, 1, true},
                 .barColor = BarColor::alwaysDark,
+                .picksBestSize = true,
                 .callsActivate = false,
                 .givesRootCoordinates = true},
     // From its sources, not measured: keeps a picture's width, calls Activate. The panel's theme is

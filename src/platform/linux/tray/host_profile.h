@@ -12,7 +12,7 @@ namespace kelvane {
 enum class TrayHost { unknown, xfce, lxqt, mate, waybar, plasma, gnome, cinnamon, swaybar };
 
 // For where nothing tells pixels per point: a picture that a host shrinks is soft, one that it
-// enlarges is blocks.
+// enlarges is blocks. A host that picks well is offered one for scale 1 besides.
 inline constexpr double kScaleWhenUnknown = 2;
 
 // Where the colour behind the item comes from.
@@ -28,6 +28,9 @@ struct HostProfile {
   // The slot at scale 1. The scale is the desktop's, not the host's.
   Slot slot;
   BarColor barColor = BarColor::unknown;
+  // Offered several sizes the host takes the one with the pixels that it shows, at every scale;
+  // others take the largest and shrink it, or one for scale 1 and enlarge it.
+  bool picksBestSize = false;
   // The host calls Activate on a left click; otherwise it opens the menu by itself.
   bool callsActivate = true;
   // The coordinates of Activate are the pointer's in the root window.

@@ -91,7 +91,9 @@ class LinuxStatusBar::Impl {
 
   void apply() {
     surroundings_.slot = surroundings_.profile.slot;
-    surroundings_.slot.scale = settings_->scale().value_or(kScaleWhenUnknown);
+    const auto scale = settings_->scale();
+    surroundings_.isScaleKnown = scale.has_value();
+    surroundings_.slot.scale = scale.value_or(kScaleWhenUnknown);
     surroundings_.barAppearance = settings_->barAppearance();
     const std::string font = settings_->fontFamily();
     if (font.empty() || font == font_) return;

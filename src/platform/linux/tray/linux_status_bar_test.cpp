@@ -279,7 +279,7 @@ TEST_F(LinuxStatusBarTest, GnomeGetsALabelAndAllOthersALeftClick) {
   ASSERT_EQ(slots.size(), 1U);
   EXPECT_EQ(slots[0], (Slot{Slot::Shape::square, 16, 2, true}));
   EXPECT_EQ(property("XAyatanaLabel"), "'57%'");
-  EXPECT_THAT(pictures(), ElementsAre("32x32:FF808080"));
+  EXPECT_THAT(pictures(), ElementsAre("16x16:FF808080", "32x32:FF808080"));
   item->setTitle("");
   ASSERT_TRUE(runUntil([&] { return !heard.empty(); }));
   EXPECT_THAT(heard, ElementsAre("XAyatanaNewLabel"));
@@ -368,7 +368,7 @@ TEST_F(LinuxStatusBarTest, TheUsersShapeAndColourGoFromHostToHost) {
   EXPECT_THAT(appearances, ElementsAre(Appearance::dark, Appearance::light));
   // No backing any more: the first pixel of a wide picture is empty.
   ASSERT_TRUE(runUntil([&] { return !heard.empty(); }));
-  EXPECT_THAT(pictures(), ElementsAre("72x44:00000000"));
+  EXPECT_THAT(pictures(), ElementsAre("36x22:00000000", "72x44:00000000"));
 
   const ProcessName gnome("gnome-shell");
   const auto host2 = watcher();

@@ -67,9 +67,11 @@ void LinuxStatusItem::changePlace(const std::function<void()>& change) {
   const Slot slotBefore = slot();
   const auto barBefore = barAppearance();
   const Appearance appearanceBefore = effectiveAppearance();
+  const bool wasScaleKnown = surroundings_.isScaleKnown;
   change();
   const bool isSlotNew = slot() != slotBefore;
-  if (isSlotNew || barAppearance() != barBefore) contentChanged();
+  if (isSlotNew || barAppearance() != barBefore || surroundings_.isScaleKnown != wasScaleKnown)
+    contentChanged();
   const std::weak_ptr alive(isAlive_);
   if (effectiveAppearance() != appearanceBefore) appearanceObservers_.notify();
   if (!alive.expired() && isSlotNew) slotObservers_.notify();
@@ -218,15 +220,25 @@ void LinuxStatusItem::flush() {
 
 void LinuxStatusItem::renderContent() {
   const Slot slot = wholeSlot();
-  Bitmap picture = renderItem(fonts_, slot, barAppearance(), content_);
-  if (!shakeOffsets_.empty())
-    moveUp(picture, static_cast<int>(std::lround(shakeOffsets_.front() * slot.scale)));
-  item_.setIcon(picture.width, picture.height, straightBigEndianArgb(picture));
+  std::vector<Bitmap> sizes{rendered(slot)};
+  if (!surroundings_.isScaleKnown && surroundings_.profile.picksBestSize) {
+    Slot small = slot;
+    small.scale = 1;
+    sizes.insert(sizes.begin(), rendered(small));
+  }
+  item_.setIcon(sizes);
   item_.setLabel(slot.showsTextBeside ? forOthers(content_.title.plainText()) : "");
   if (hoverViews_.empty()) return;
   // The latest view covers the others.
   const std::string text = forOthers(hoverViews_.back().text());
   item_.setToolTip(surroundings_.profile.readsMarkupInToolTip ? withoutMarkup(text) : text);
+}
+
+Bitmap LinuxStatusItem::rendered(const Slot& slot) const {
+  Bitmap picture = renderItem(fonts_, slot, barAppearance(), content_);
+  if (!shakeOffsets_.empty())
+    moveUp(picture, static_cast<int>(std::lround(shakeOffsets_.front() * slot.scale)));
+  return picture;
 }
 
 std::string LinuxStatusItem::forOthers(std::string text) const {

@@ -26,6 +26,7 @@ struct TraySurroundings {
   bool hasHost = false;
   HostProfile profile;
   Slot slot;
+  bool isScaleKnown = false;
   std::optional<Appearance> barAppearance;  // absent when it can't be known
 };
 
@@ -74,6 +75,7 @@ class LinuxStatusItem : public StatusItem {
   void flushLater();
   void flush();
   void renderContent();
+  Bitmap rendered(const Slot& slot) const;
   std::string forOthers(std::string text) const;
   void activate(Point where);
   void removeMenu();

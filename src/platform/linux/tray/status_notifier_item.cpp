@@ -1,6 +1,8 @@
 #include "platform/linux/tray/status_notifier_item.h"
 
 #include <algorithm>
+#include <cstdint>
+#include <span>
 #include <utility>
 
 #include "platform/linux/tray/watcher.h"
@@ -76,7 +78,6 @@ StatusNotifierItem::StatusNotifierItem(RunLoopQueue& loop, std::string busAddres
       busAddress_(std::move(busAddress)),
       menu_(menu),
       events_(std::move(events)),
-      pixels_(sinkVariant(g_variant_new_array(G_VARIANT_TYPE_BYTE, nullptr, 0))),
       icon_(sinkVariant(noPixmaps())) {}
 
 StatusNotifierItem::~StatusNotifierItem() { disconnect(); }
@@ -177,21 +178,24 @@ void StatusNotifierItem::callWatcher() {
                });
 }
 
-void StatusNotifierItem::setIcon(int width, int height, std::span<const std::uint8_t> argb) {
-  // g_variant_equal would print both to compare them.
-  gsize size = 0;
-  const auto* pixels =
-      static_cast<const std::uint8_t*>(g_variant_get_fixed_array(pixels_.get(), &size, 1));
-  if (width == width_ && std::ranges::equal(argb, std::span(pixels, size))) return;
-  width_ = width;
-  pixels_ =
-      sinkVariant(g_variant_new_fixed_array(G_VARIANT_TYPE_BYTE, argb.data(), argb.size(), 1));
-  if (argb.empty()) {
-    icon_ = sinkVariant(noPixmaps());
-  } else {
-    GVariant* pixmap = g_variant_new("(ii@ay)", width, height, pixels_.get());
-    icon_ = sinkVariant(g_variant_new_array(nullptr, &pixmap, 1));
+void StatusNotifierItem::setIcon(const std::vector<Bitmap>& sizes) {
+  GVariantBuilder pixmaps;
+  g_variant_builder_init(&pixmaps, G_VARIANT_TYPE("a(iiay)"));
+  for (const Bitmap& bitmap : sizes) {
+    if (bitmap.pixels.empty()) continue;
+    const std::vector<std::uint8_t> argb = straightBigEndianArgb(bitmap);
+    g_variant_builder_add(
+        &pixmaps, "(ii@ay)", bitmap.width, bitmap.height,
+        g_variant_new_fixed_array(G_VARIANT_TYPE_BYTE, argb.data(), argb.size(), 1));
   }
+  GVariantPtr icon = sinkVariant(g_variant_builder_end(&pixmaps));
+  // g_variant_equal would print both to compare them.
+  const auto bytesOf = [](GVariant* value) {
+    return std::span(static_cast<const std::uint8_t*>(g_variant_get_data(value)),
+                     g_variant_get_size(value));
+  };
+  if (std::ranges::equal(bytesOf(icon.get()), bytesOf(icon_.get()))) return;
+  icon_ = std::move(icon);
   emit("NewIcon");
 }
 

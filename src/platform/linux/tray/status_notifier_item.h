@@ -5,16 +5,16 @@
 // to own first.
 #pragma once
 
-#include <cstdint>
 #include <functional>
 #include <memory>
 #include <optional>
-#include <span>
 #include <string>
+#include <vector>
 
 #include <gio/gio.h>
 
 #include "platform/geometry.h"
+#include "platform/linux/drawing/bitmap.h"
 #include "platform/linux/glib/bus.h"
 #include "platform/linux/glib/exported_object.h"
 #include "platform/linux/tray/dbus_menu.h"
@@ -52,8 +52,8 @@ class StatusNotifierItem {
   bool isRegistered() const { return isRegistered_; }
 
   // The content. Hosts are told of what really differs from before.
-  // Straight ARGB, big-endian, `width` * `height` * 4 bytes; an empty picture is none.
-  void setIcon(int width, int height, std::span<const std::uint8_t> argb);
+  // The same picture in one or more sizes; an empty one is none.
+  void setIcon(const std::vector<Bitmap>& sizes);
   void setLabel(const std::string& label);
   // Absent: the item has no tool tip at all. Markup is the caller's matter.
   void setToolTip(const std::optional<std::string>& text);
@@ -83,9 +83,7 @@ class StatusNotifierItem {
   bool hasLabel_ = false;
   bool isQuiet_ = false;  // nobody has read what changes
 
-  int width_ = 0;
-  GVariantPtr pixels_;  // ay
-  GVariantPtr icon_;    // a(iiay) around it, kept until the picture changes
+  GVariantPtr icon_;  // a(iiay), kept until the picture changes
   std::string label_;
   std::optional<std::string> toolTip_;
 };
