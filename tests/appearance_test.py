@@ -1,10 +1,11 @@
-"""Settings changed by another process redraw the running item."""
+"""Settings changed by another process, and a panel that turns dark, redraw the running item."""
 
+import subprocess
 import unittest
 
 from rig.case import ARTIFACTS, DeskCase
 
-# In this order, each on top of the ones before; the last one shows in the text alone.
+# In this order, each on top of the ones before.
 CHANGES = [
     ("largeIcon", "true"),
     ("oldIconStyle", "true"),
@@ -12,6 +13,8 @@ CHANGES = [
     ("showPercentage", "false"),
     ("textOnlyIcon", "true"),
     ("smallMenuBarText", "false"),
+    ("trayIconShape", "wide"),
+    ("trayIconColor", "light"),
 ]
 
 
@@ -36,6 +39,17 @@ class AppearanceTest(DeskCase):
         said.wait_for("NewIcon")
         item.property("Id")
         self.assertEqual(said.members().count("NewIcon"), 1, said.members())
+
+    def test_panel_that_turns_dark_and_light_again(self):
+        item = self.start_kelvane().item()
+        for dark in (True, False):
+            picture = self.changes_picture(item, lambda dark=dark: self.turn(dark), "the switch")
+            self.assertEqual(picture.is_light(), dark)
+
+    def turn(self, dark):
+        command = ["xfconf-query", "-c", "xfce4-panel", "-p", "/panels/dark-mode"]
+        value = ["-n", "-t", "bool", "-s", str(dark).lower()]
+        subprocess.run([*command, *value], env=self.desk.environment, check=True)
 
 
 if __name__ == "__main__":

@@ -11,6 +11,7 @@ from rig.case import ARTIFACTS, DeskCase
 from rig.menu import INTERFACE as MENU
 from rig.menu import Menu
 from rig.monitor import Monitor
+from rig.portal import Portal
 from rig.processes import wait_until
 
 HOST = os.environ["KELVANE_HOST"]
@@ -20,6 +21,12 @@ LEFT, RIGHT = 1, 3  # Buttons; the right one has the host open the menu everywhe
 LEAVES_LEFT_TO_US = HOST in ("lxqt", "mate", "plasma")
 WITHOUT_KEYS = ("waybar",)  # Its menus get none on sway; a click beside them closes them.
 TELLS_OF_OPENING = ("AboutToShow", "AboutToShowGroup", "Event", "EventGroup")
+# The colour of the glyph under a light and a dark colour scheme. Xfce's panel has its own switch;
+# what colour LXQt's and Waybar's have is not known, so the glyph is light on a backing.
+IS_LIGHT = {
+    "xfce": (False, False), "mate": (False, True), "plasma": (False, True),
+    "gnome": (True, True), "lxqt": (True, True), "waybar": (True, True),
+}
 KEEPS_WIDTH = HOST in ("mate", "waybar")  # The others squeeze a wide picture into a square.
 
 
@@ -33,6 +40,15 @@ class DesktopTest(DeskCase):
         picture = self.changes_picture(item, self.power.plug, "the adapter")
         picture.save(ARTIFACTS / f"item-{HOST}.png")
         self.assertEqual(picture.width > picture.height, KEEPS_WIDTH, picture)
+
+    def test_colour_goes_with_the_colour_scheme(self):
+        under_light, under_dark = IS_LIGHT[HOST]
+        with Portal(self.desk.environment["DBUS_SESSION_BUS_ADDRESS"]) as portal:
+            item = self.start_kelvane().item()
+            is_light = lambda expected: item.picture().is_light() == expected
+            wait_until(lambda: is_light(under_light), "the light scheme's colour")
+            portal.set_dark(True)
+            wait_until(lambda: is_light(under_dark), "the dark scheme's colour")
 
     def test_seen_on_the_screen(self):
         pixels = self.pixels_of_the_item()

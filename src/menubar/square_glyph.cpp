@@ -150,7 +150,8 @@ void drawTextAndGauge(const ItemContext& context, const PixelSquare& square) {
 // A text alone, with a bolt below it on power.
 void drawTextAlone(const ItemContext& context, const PixelSquare& square) {
   const bool isSmallText = context.settings.smallMenuBarText.get();
-  Rect box{0, 0, square.side(), square.side()};
+  const double margin = isSmallText && !square.isSmall() ? square.of(1) : 0;
+  Rect box{margin, 0, square.side() - 2 * margin, square.side()};
   if (context.battery.isPowerAdapterConnected()) {
     const double height = square.of(isSmallText ? 7 : 8, 6), width = std::round(0.7 * height);
     square.draw("SquareBolt", boltOutline({std::round((square.side() - width) / 2), square.of(1),

@@ -30,6 +30,10 @@ class Picture(typing.NamedTuple):
         return {tuple(self.pixels[i + 1 : i + 4]) for i in range(0, len(self.pixels), 4)
                 if self.pixels[i] > 200}
 
+    def is_light(self):
+        """Whether the glyph is light, on a backing or not."""
+        return max(map(sum, self.colors())) > 600
+
     def save(self, path):
         """Writes a PNG with the transparency kept."""
         surface = cairo.ImageSurface(cairo.FORMAT_ARGB32, self.width, self.height)

@@ -362,7 +362,9 @@ TEST_F(LinuxStatusBarTest, TheUsersShapeAndColourGoFromHostToHost) {
   item->setLength(36);
   ASSERT_TRUE(isRegistered(1));
   shapes.clear();
+  EXPECT_EQ(item->slot().height, 20);  // within the edge of a backing
   item->setShape(Slot::Shape::wide);
+  EXPECT_EQ(item->slot().height, 22);
   item->setAppearance(Appearance::light);
   EXPECT_THAT(shapes, ElementsAre(Slot::Shape::wide));
   EXPECT_THAT(appearances, ElementsAre(Appearance::dark, Appearance::light));
