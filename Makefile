@@ -53,7 +53,7 @@ lint:
 	scripts/lint
 
 pictures:
-	scripts/install-dependencies test
+	scripts/install-dependencies test desktops big-desktops
 	$(BUILD)
 	scripts/pictures
 

@@ -121,9 +121,11 @@ void drawPowerMark(const ItemContext& context, const PixelSquare& square, const 
     square.draw("SquareBolt", boltOutline(rect));
 }
 
-void drawGauge(const ItemContext& context, const PixelSquare& square, const Gauge& gauge) {
+void drawGauge(const ItemContext& context, const PixelSquare& square, const Gauge& gauge,
+               double frameOpacity) {
   const double level = std::clamp(context.battery.percentage(), 0.0, 1.0);
-  square.draw("GaugeFrame", gauge.frame(), context.settings.oldIconStyle.get() ? 0.95 : 0.6);
+  square.draw("GaugeFrame", gauge.frame(),
+              context.settings.oldIconStyle.get() ? 0.95 : frameOpacity);
   square.draw("GaugeLevel", gauge.charge(level));
 }
 
@@ -140,7 +142,7 @@ void drawTextAndGauge(const ItemContext& context, const PixelSquare& square) {
     rect.x += width + square.of(1);
     rect.width -= width + square.of(1);
   }
-  drawGauge(context, square, {rect, square.line(), gap});
+  drawGauge(context, square, {rect, square.line(), gap}, 0.6);
   const double bottom = margin + height + 1;
   drawFittedText(context, square, {0, bottom, square.side(), square.side() - bottom},
                  // The alternative style has the smaller text, as in the wide glyph.
@@ -183,7 +185,7 @@ void drawBody(const ItemContext& context, const PixelSquare& square) {
     rect.x += width + line;
     rect.width -= width + line;
   }
-  drawGauge(context, square, {rect, line, line});
+  drawGauge(context, square, {rect, line, line}, 0.75);
 }
 
 void drawSquare(const ItemContext& context, const Slot& slot, const PixelSquare& square) {

@@ -18,6 +18,8 @@ _READY = (
 _NO_GREETING = (
     "let s = Main.messageTray.getSources(); s.forEach(x => x.destroy()); s.length > 0"
 )
+# It shows an icon beside the item's as long as that mode lasts.
+_SAFE_MODE = "global.context.unsafe_mode = false; true"
 
 
 class Gnome(Host):
@@ -44,7 +46,7 @@ class Gnome(Host):
         desk.start("panel", "gnome-shell", "--x11", "--sm-disable", "--unsafe-mode")
 
     def settle(self, desk):
-        for script in (_READY, _NO_GREETING):
+        for script in (_READY, _NO_GREETING, _SAFE_MODE):
             wait_until(lambda script=script: self._evaluates(desk, script), "the shell")
 
     @staticmethod
