@@ -7,8 +7,10 @@ _kelvane_settings() { "$1" settings list 2>/dev/null | while read -r key _; do e
 _kelvane_values() {
   "$1" settings list 2>/dev/null | while read -r key type value; do
     [[ $key == "$2" ]] || continue
-    case $type in
-      boolean) echo true false ;;
+    case $type:$key in
+      boolean:*) echo true false ;;
+      choice:trayIconShape) echo automatic wide square ;;
+      choice:trayIconColor) echo automatic light dark ;;
       *) echo "$value" ;;
     esac
   done

@@ -9,9 +9,13 @@ end
 function __kelvane_values
     set -l key (commandline -opc)[-1]
     set -l setting (kelvane settings list 2>/dev/null | string match -r "^$key +(\S+) +(.*)")
-    switch "$setting[2]"
-        case boolean
+    switch "$setting[2] $key"
+        case 'boolean *'
             printf '%s\n' true false
+        case 'choice trayIconShape'
+            printf '%s\n' automatic wide square
+        case 'choice trayIconColor'
+            printf '%s\n' automatic light dark
         case '*'
             printf '%s\n' $setting[3]
     end
