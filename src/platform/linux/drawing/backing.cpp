@@ -114,18 +114,62 @@ Mask widened(Mask mask, double margin) {
   return result;
 }
 
+// The pixels that are not empty: from the first to before the last, all 0 when there are none.
+struct Extent {
+  int left = 0, top = 0, right = 0, bottom = 0;
+};
+
+Extent extentOf(const Bitmap& bitmap) {
+  Extent extent{bitmap.width, bitmap.height, 0, 0};
+  for (int y = 0; y < bitmap.height; ++y) {
+    for (int x = 0; x < bitmap.width; ++x) {
+      const auto at = static_cast<std::size_t>(y) * static_cast<std::size_t>(bitmap.width) +
+                      static_cast<std::size_t>(x);
+      if (bitmap.pixels[at] == 0) continue;
+      extent = {std::min(extent.left, x), std::min(extent.top, y), std::max(extent.right, x + 1),
+                std::max(extent.bottom, y + 1)};
+    }
+  }
+  return extent.right == 0 ? Extent{} : extent;
+}
+
+// How much of a pixel, by its centre, a rectangle with round corners covers.
+double coverage(double x, double y, const Extent& extent, double margin, double radius) {
+  const double halfWidth = (extent.right - extent.left) / 2.0 + margin;
+  const double halfHeight = (extent.bottom - extent.top) / 2.0 + margin;
+  const double corner = std::min({radius, halfWidth, halfHeight});
+  const double dx = std::abs(x - (extent.left + extent.right) / 2.0) - (halfWidth - corner);
+  const double dy = std::abs(y - (extent.top + extent.bottom) / 2.0) - (halfHeight - corner);
+  const double outside = std::hypot(std::max(dx, 0.0), std::max(dy, 0.0));
+  return std::clamp(corner - outside - std::min(std::max(dx, dy), 0.0) + 0.5, 0.0, 1.0);
+}
+
+// The bitmap over `color`, as far as `part(i)` says of the pixel with this index.
+template <typename Part>
+Bitmap backed(const Bitmap& bitmap, const Color& color, Part part) {
+  Bitmap result = bitmap;
+  for (std::size_t i = 0; i < result.pixels.size(); ++i)
+    result.pixels[i] = over(bitmap.pixels[i], premultiplied(color, color.alpha * part(i)));
+  return result;
+}
+
 }  // namespace
 
 Bitmap withBacking(const Bitmap& bitmap, const Color& color, double gap, double margin) {
   if (bitmap.pixels.empty()) return bitmap;
   const int wholeGap = static_cast<int>(std::lround(std::clamp(gap, 0.0, 32.0)));
   const Mask mask = widened(closed(silhouetteOf(bitmap), wholeGap), std::clamp(margin, 0.0, 8.0));
-  Bitmap result = bitmap;
-  for (std::size_t i = 0; i < result.pixels.size(); ++i) {
-    const double alpha = color.alpha * static_cast<double>(mask.values[i]);
-    result.pixels[i] = over(bitmap.pixels[i], premultiplied(color, alpha));
-  }
-  return result;
+  return backed(bitmap, color, [&](std::size_t i) { return static_cast<double>(mask.values[i]); });
+}
+
+Bitmap withPlate(const Bitmap& bitmap, const Color& color, double margin, double radius) {
+  const Extent extent = extentOf(bitmap);
+  if (extent.right == 0) return bitmap;
+  const auto width = static_cast<std::size_t>(bitmap.width);
+  return backed(bitmap, color, [&](std::size_t i) {
+    return coverage(static_cast<double>(i % width) + 0.5, static_cast<double>(i / width) + 0.5,
+                    extent, margin, radius);
+  });
 }
 
 }  // namespace kelvane

@@ -1,5 +1,5 @@
-// A backing for content whose ground is not known: its own silhouette, filled and a little wider,
-// so that a light glyph stays legible on a light bar. Pure.
+// Backings for content whose ground is not known, so that a light glyph stays legible on a light
+// bar. Pure.
 #pragma once
 
 #include "platform/color.h"
@@ -12,5 +12,10 @@ namespace kelvane {
 // `margin` pixels (at most 8) further, fading out over one more. The size stays: what lies at the
 // edge has no margin beyond it.
 Bitmap withBacking(const Bitmap& bitmap, const Color& color, double gap, double margin);
+
+// The bitmap over a rectangle around all that is drawn, `margin` pixels wider on each side, with
+// corners of this radius: for content in rows, whose silhouette is ragged. The size stays, as
+// above; an empty bitmap gets none.
+Bitmap withPlate(const Bitmap& bitmap, const Color& color, double margin, double radius);
 
 }  // namespace kelvane

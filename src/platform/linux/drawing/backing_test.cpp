@@ -72,5 +72,27 @@ TEST(Backing, ReachesItsMarginAndFadesOut) {
   EXPECT_EQ(withBacking({}, kBlack, 4, 1), Bitmap());
 }
 
+TEST(Backing, APlateIsARectangleAroundAllThatIsDrawn) {
+  const Bitmap ragged = drawn({".......",  //
+                               ".......",  //
+                               "..#....",  //
+                               "..#.#..",  //
+                               ".......",  //
+                               ".......",  //
+                               "......."});
+  EXPECT_EQ(look(withPlate(ragged, kBlack, 1, 0)),
+            (std::vector<std::string>{".......",  //
+                                      ".bbbbb.",  //
+                                      ".b#bbb.",  //
+                                      ".b#b#b.",  //
+                                      ".bbbbb.",  //
+                                      ".......",  //
+                                      "......."}));
+  const Bitmap rounded = withPlate(ragged, kBlack, 1, 2);
+  EXPECT_LT(rounded.pixels[1 * 7 + 1] >> 24, 0x80U);
+  EXPECT_EQ(rounded.pixels[1 * 7 + 3], 0xFF000000U);
+  EXPECT_EQ(look(withPlate(drawn({"..."}), kBlack, 1, 0)), (std::vector<std::string>{"..."}));
+}
+
 }  // namespace
 }  // namespace kelvane

@@ -23,10 +23,8 @@ constexpr std::array kProfiles = {
                 .callsActivate = false,
                 .givesRootCoordinates = true},
     // Fits into 22 by 22, whatever the scale. Activate on every left click, in root coordinates.
-    // The
-    // panel's theme is independent of the colour scheme. Its menus are Qt's. A tool tip with tags
-    // in it is taken for
-    // markup, one without is plain, entities and all.
+    // The panel's theme is independent of the colour scheme. Its menus are Qt's. A tool tip with
+    // tags in it is taken for markup, one without is plain, entities and all.
     HostProfile{.host = TrayHost::lxqt,
                 .slot = square(22),
                 .picksBestSize = true,

@@ -16,6 +16,7 @@ constexpr Color kDark{0.15, 0.16, 0.17, 1};
 constexpr Color kBacking{0.16, 0.17, 0.19, 0.92};
 constexpr double kBackingGap = 8;
 constexpr double kBackingMargin = 1;
+constexpr double kPlateRadius = 3;
 
 // In the middle of `room`, at a whole pixel.
 double centred(double size, double room, double scale) {
@@ -61,9 +62,10 @@ Bitmap renderItem(FontFaces& fonts, const Slot& slot, const std::optional<Appear
     const double length = std::max(content.length, slot.height) + 2 * margin;
     bitmap = renderText(fonts, content.title, length, slot.height, slot.scale, foreground);
   }
-  if (!bar)
-    return withBacking(bitmap, kBacking, kBackingGap * slot.scale, kBackingMargin * slot.scale);
-  return bitmap;
+  if (bar) return bitmap;
+  if (slot.shape == Slot::Shape::square)
+    return withPlate(bitmap, kBacking, kBackingMargin * slot.scale, kPlateRadius * slot.scale);
+  return withBacking(bitmap, kBacking, kBackingGap * slot.scale, kBackingMargin * slot.scale);
 }
 
 }  // namespace kelvane
