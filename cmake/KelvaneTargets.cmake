@@ -1,7 +1,9 @@
 # One static library for each folder under src/, so that the linker sees the floors too, and one test
 # program for the folder's *_test.cpp files.
 
-find_package(PkgConfig REQUIRED)
+if(CMAKE_SYSTEM_NAME STREQUAL "Linux")
+  find_package(PkgConfig REQUIRED)
+endif()
 find_package(nlohmann_json 3.11 REQUIRED)
 
 add_library(kelvane_options INTERFACE)
@@ -23,7 +25,11 @@ target_compile_options(
             -ffunction-sections
             -fdata-sections
             -fvisibility=hidden)
-target_link_options(kelvane_options INTERFACE -Wl,--gc-sections -Wl,--as-needed)
+if(CMAKE_SYSTEM_NAME STREQUAL "Darwin")
+  target_link_options(kelvane_options INTERFACE -Wl,-dead_strip)
+else()
+  target_link_options(kelvane_options INTERFACE -Wl,--gc-sections -Wl,--as-needed)
+endif()
 # The libraries hold both forms of their code: only a target with the property KELVANE_LTO takes the
 # one for the whole program, all others link as fast as ever.
 if(KELVANE_LTO AND CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND NOT KELVANE_SANITIZE)
