@@ -1,0 +1,119 @@
+// Windows, screens, alerts, popovers, tabs.
+#pragma once
+
+#import <AppKit/NSApplication.h>
+#import <AppKit/NSControls.h>
+
+NS_ASSUME_NONNULL_BEGIN
+
+typedef NS_OPTIONS(NSUInteger, NSWindowStyleMask) {
+  NSWindowStyleMaskBorderless = 0,
+  NSWindowStyleMaskTitled = 1 << 0,
+  NSWindowStyleMaskClosable = 1 << 1,
+  NSWindowStyleMaskMiniaturizable = 1 << 2,
+  NSWindowStyleMaskResizable = 1 << 3,
+};
+
+typedef NS_ENUM(NSUInteger, NSBackingStoreType) { NSBackingStoreBuffered = 2 };
+typedef NS_ENUM(NSUInteger, NSRectEdge) {
+  NSRectEdgeMinX = 0,
+  NSRectEdgeMinY = 1,
+  NSRectEdgeMaxX = 2,
+  NSRectEdgeMaxY = 3,
+};
+
+@interface NSScreen : NSObject
+@property(class, readonly, copy) NSArray<NSScreen*>* screens;
+@property(class, readonly, nullable, strong) NSScreen* mainScreen;
+@property(readonly) NSRect frame;
+@property(readonly) CGFloat backingScaleFactor;
+@end
+
+@protocol NSWindowDelegate <NSObject>
+@optional
+- (void)windowWillClose:(NSNotification*)notification;
+@end
+
+@interface NSWindow : NSResponder <NSAppearanceCustomization, NSUserInterfaceItemIdentification>
+@property(copy) NSString* title;
+@property(nullable, strong) NSView* contentView;
+@property(nullable, strong) NSViewController* contentViewController;
+@property(nullable, weak) id<NSWindowDelegate> delegate;
+@property(getter=isReleasedWhenClosed) BOOL releasedWhenClosed;
+@property(readonly, getter=isVisible) BOOL visible;
+@property(readonly) CGFloat backingScaleFactor;
+@property(nullable, readonly, strong) NSScreen* screen;
++ (instancetype)windowWithContentViewController:(NSViewController*)controller;
+- (instancetype)initWithContentRect:(NSRect)rect
+                          styleMask:(NSWindowStyleMask)style
+                            backing:(NSBackingStoreType)backing
+                              defer:(BOOL)flag;
+- (void)makeKeyAndOrderFront:(nullable id)sender;
+- (void)setContentSize:(NSSize)size;
+- (void)center;
+- (void)close;
+- (void)beginSheet:(NSWindow*)sheet
+    completionHandler:(nullable void (^)(NSModalResponse code))handler;
+- (void)endSheet:(NSWindow*)sheet;
+@end
+
+typedef NS_ENUM(NSUInteger, NSAlertStyle) {
+  NSAlertStyleWarning = 0,
+  NSAlertStyleInformational = 1,
+  NSAlertStyleCritical = 2,
+};
+static const NSModalResponse NSAlertFirstButtonReturn = 1000;
+
+@interface NSAlert : NSObject
+@property(copy) NSString* messageText;
+@property(copy) NSString* informativeText;
+@property(null_resettable, strong) NSImage* icon;
+@property NSAlertStyle alertStyle;
+@property(nullable, strong) NSView* accessoryView;
+@property(readonly, copy) NSArray<NSButton*>* buttons;
+@property(readonly, strong) NSWindow* window;
+- (NSButton*)addButtonWithTitle:(NSString*)title;
+- (NSModalResponse)runModal;
+- (void)beginSheetModalForWindow:(NSWindow*)window
+               completionHandler:(nullable void (^)(NSModalResponse code))handler;
+@end
+
+@class NSPopover;
+typedef NS_ENUM(NSInteger, NSPopoverBehavior) {
+  NSPopoverBehaviorApplicationDefined = 0,
+  NSPopoverBehaviorTransient = 1,
+  NSPopoverBehaviorSemitransient = 2,
+};
+
+@protocol NSPopoverDelegate <NSObject>
+@optional
+- (void)popoverDidClose:(NSNotification*)notification;
+@end
+
+@interface NSPopover : NSResponder
+@property(nullable, weak) id<NSPopoverDelegate> delegate;
+@property NSPopoverBehavior behavior;
+@property BOOL animates;
+@property NSSize contentSize;
+@property(nullable, strong) NSViewController* contentViewController;
+@property(readonly, getter=isShown) BOOL shown;
+- (void)showRelativeToRect:(NSRect)rect ofView:(NSView*)view preferredEdge:(NSRectEdge)edge;
+- (void)close;
+@end
+
+typedef NS_ENUM(NSInteger, NSTabViewControllerTabStyle) { NSTabViewControllerTabStyleToolbar = 2 };
+
+@interface NSTabViewItem : NSObject <NSCoding>
+@property(copy) NSString* label;
+@property(nullable, strong) NSImage* image;
++ (instancetype)tabViewItemWithViewController:(NSViewController*)controller;
+@end
+
+@interface NSTabViewController : NSViewController
+@property NSTabViewControllerTabStyle tabStyle;
+@property NSInteger selectedTabViewItemIndex;
+@property(copy) NSArray<__kindof NSTabViewItem*>* tabViewItems;
+- (void)addTabViewItem:(NSTabViewItem*)item;
+@end
+
+NS_ASSUME_NONNULL_END

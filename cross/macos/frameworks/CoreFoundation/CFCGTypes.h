@@ -1,0 +1,21 @@
+// Points, sizes and rectangles, which Core Graphics, Foundation and AppKit share.
+#pragma once
+
+#include <CoreFoundation/CFBase.h>
+
+typedef double CGFloat;
+
+typedef struct CGPoint {
+  CGFloat x;
+  CGFloat y;
+} CGPoint;
+
+typedef struct CGSize {
+  CGFloat width;
+  CGFloat height;
+} CGSize;
+
+typedef struct CGRect {
+  CGPoint origin;
+  CGSize size;
+} CGRect;
