@@ -26,7 +26,9 @@ target_compile_options(
             -fdata-sections
             -fvisibility=hidden)
 if(CMAKE_SYSTEM_NAME STREQUAL "Darwin")
-  target_link_options(kelvane_options INTERFACE -Wl,-dead_strip)
+  # Not in a program that asks for everything.
+  target_link_options(kelvane_options
+                      INTERFACE $<$<NOT:$<BOOL:$<TARGET_PROPERTY:KELVANE_KEEP_ALL>>>:-Wl,-dead_strip>)
 else()
   target_link_options(kelvane_options INTERFACE -Wl,--gc-sections -Wl,--as-needed)
 endif()

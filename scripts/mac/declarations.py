@@ -5,6 +5,7 @@ Plain values; nothing here judges. `read` runs clang over every umbrella header,
 import dataclasses
 import json
 import pathlib
+import re
 import subprocess
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent.parent
@@ -172,3 +173,22 @@ def parse(text):
     reader = Reader(lambda file: "Foundation")
     reader.walk(ast(text, ["-target", "arm64-apple-macos11.0"]))
     return reader.found
+
+
+def since(names):
+    """{name: (major, minor)} of those classes, functions and constants that say since when they are."""
+    command = ["clang-19", "-x", "objective-c", "-fobjc-arc", "-fblocks", "-fsyntax-only", "-fno-color-diagnostics",
+               "-Xclang", "-ast-dump", "-target", "arm64-apple-macos11.0", "-isysroot", str(SDK), "-"]
+    done = subprocess.run(command, input=umbrella(), capture_output=True, text=True, check=True)
+    found, name = {}, None
+    for line in done.stdout.splitlines():
+        if top := re.match(r"[|`]-(ObjCInterfaceDecl|FunctionDecl|VarDecl) .*", line):
+            # The name stands before the type, or last.
+            words = top[0].split(" '")[0].split()
+            name = words[-1]
+        elif re.match(r"[|`]-", line):
+            name = None
+        elif name and (attribute := re.match(r"[| ] [|`]-AvailabilityAttr .* macos (\d+)(?:\.(\d+))?", line)):
+            if name in names:
+                found[name] = int(attribute[1]), int(attribute[2] or 0)
+    return found

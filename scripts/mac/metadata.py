@@ -36,7 +36,7 @@ class Metadata:
 
 
 HEAD = re.compile(r"declare (?:abstract )?(?:class|interface) (\w+)(<.*?>)? ?(.*)\{")
-MEMBER = re.compile(r"  (static )?(readonly )?(get |set )?(\w+)\??(?:<.*?>(?=\())?(\(.*\))?: (.*);$")
+MEMBER = re.compile(r"  (static )?(readonly )?(get |set )?([\w$]+)\??(?:<.*?>(?=\())?(\(.*\))?: (.*);$")
 SETTER = re.compile(r"  (static )?set (\w+)\(")
 CONSTANT = re.compile(r"declare const (\w+): (.*);$")
 FUNCTION = re.compile(r"declare function (\w+)(?:<.*?>(?=\())?(\(.*\)): (.*);$")

@@ -34,7 +34,7 @@ FOUNDATION_EXPORT NSAboutPanelOptionKey const NSAboutPanelOptionVersion;
                     hasVisibleWindows:(BOOL)hasVisibleWindows;
 - (BOOL)applicationShouldTerminateAfterLastWindowClosed:(NSApplication*)sender;
 - (nullable id)application:(NSApplication*)application
-          handlerForIntent:(INIntent*)intent API_AVAILABLE(macos(11.0));
+          handlerForIntent:(INIntent*)intent API_AVAILABLE(macos(12.0));
 @end
 
 @interface NSApplication : NSResponder
