@@ -2,7 +2,7 @@
 PRESET := release
 BUILD := cmake --preset $(PRESET) && cmake --build --preset $(PRESET)
 
-.PHONY: help run test test-desktops fuzz bench package lint format golden pictures
+.PHONY: help run test test-desktops fuzz bench package lint format golden pictures mac mac-check
 
 help:
 	@echo "make run            install what building needs, build, start kelvane or its demo"
@@ -12,6 +12,8 @@ help:
 	@echo "make bench          build and measure, also against other programs"
 	@echo "make package        build the Debian package and try it"
 	@echo "make lint           floors, format, unlisted tests, wording, installed files, package, clang-tidy"
+	@echo "make mac            cross-build for macOS, both processors, and check what can be checked here"
+	@echo "make mac-check      only check what make mac built"
 	@echo "make format         rewrite the sources in the house format"
 	@echo "make pictures       take the pictures of the documents, of real windows too"
 	@echo "make golden         write the golden pictures and trees anew; look at them before committing"
@@ -60,6 +62,14 @@ pictures:
 golden:
 	$(BUILD)
 	KELVANE_WRITE_GOLDEN=1 build/$(PRESET)/tests/golden/golden_test
+
+mac:
+	scripts/install-dependencies mac
+	scripts/mac/build
+	scripts/mac/check
+
+mac-check:
+	scripts/mac/check
 
 format:
 	scripts/install-dependencies lint

@@ -45,9 +45,9 @@ def binds(program, architecture=None):
             words = line.split()
             if len(words) < 5 or not words[0].startswith("__"):
                 continue
-            weak = "(weak" in line
+            weak = words[-1] == "(weak_import)"
             if weak:
-                words = words[: words.index("(weak")]
+                words.pop()
             # A coalesced symbol has no image of its own.
             if table != "--weak-bind":
                 found[words[-1]] = (words[-2], weak)

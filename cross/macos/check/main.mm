@@ -1,19 +1,19 @@
 // The smallest application that touches every framework Kelvane needs, with all portable folders
 // linked in. It proves the toolchain: it starts without a window, says in one line per framework
 // what it read there, and ends. It is no part of Kelvane and is not shipped.
-#import <AppKit/AppKit.h>
-#import <IOKit/IOKitLib.h>
-#import <IOKit/ps/IOPowerSources.h>
-#import <Intents/Intents.h>
-#import <ServiceManagement/ServiceManagement.h>
-#import <UserNotifications/UserNotifications.h>
-
 #include <algorithm>
 #include <cstdio>
 #include <functional>
 #include <memory>
 #include <string>
 #include <vector>
+
+#import <AppKit/AppKit.h>
+#import <IOKit/IOKitLib.h>
+#import <IOKit/ps/IOPowerSources.h>
+#import <Intents/Intents.h>
+#import <ServiceManagement/ServiceManagement.h>
+#import <UserNotifications/UserNotifications.h>
 
 namespace {
 
@@ -36,8 +36,8 @@ std::string powerSources() {
 }
 
 std::string registry() {
-  const io_service_t service = IOServiceGetMatchingService(
-      kIOMasterPortDefault, IOServiceNameMatching("AppleSmartBattery"));
+  const io_service_t service =
+      IOServiceGetMatchingService(kIOMasterPortDefault, IOServiceNameMatching("AppleSmartBattery"));
   if (service == IO_OBJECT_NULL) return "no battery";
   const auto value = owned(
       IORegistryEntryCreateCFProperty(service, CFSTR("ExternalConnected"), kCFAllocatorDefault, 0));
@@ -69,7 +69,8 @@ std::string registry() {
 
 - (void)applicationDidFinishLaunching:(NSNotification*)notification {
   (void)notification;
-  say_("Foundation: " + text(NSProcessInfo.processInfo.operatingSystemVersionString));
+  say_("Foundation: " + text(NSProcessInfo.processInfo.operatingSystemVersionString) + ", " +
+       text(NSLocale.currentLocale.localeIdentifier));
   say_("IOKit power sources: " + powerSources());
   say_("IOKit registry: " + registry());
   [self readAppKit];
@@ -78,7 +79,8 @@ std::string registry() {
     SMAppService* service = [SMAppService loginItemServiceWithIdentifier:@"org.kelvane.None"];
     say_("ServiceManagement: status " + std::to_string(service.status));
   } else {
-    say_("ServiceManagement: " + std::to_string(SMLoginItemSetEnabled(CFSTR("org.kelvane.None"), 0)));
+    say_("ServiceManagement: " +
+         std::to_string(SMLoginItemSetEnabled(CFSTR("org.kelvane.None"), 0)));
   }
   if (@available(macOS 11, *)) {
     INObject* object = [[INObject alloc] initWithIdentifier:nil displayString:@"good"];

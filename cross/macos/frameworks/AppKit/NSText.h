@@ -12,7 +12,7 @@ FOUNDATION_EXPORT NSAttributedStringKey const NSForegroundColorAttributeName;
 FOUNDATION_EXPORT NSAttributedStringKey const NSKernAttributeName;
 FOUNDATION_EXPORT NSAttributedStringKey const NSParagraphStyleAttributeName;
 
-// The numbers differ between the processors for the last two, except where that is arm64.
+// Right and centre change places between the two processors.
 typedef NS_ENUM(NSInteger, NSTextAlignment) {
   NSTextAlignmentLeft = 0,
 #if defined(__arm64__)

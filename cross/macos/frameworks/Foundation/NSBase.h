@@ -25,12 +25,20 @@ typedef NS_ENUM(NSInteger, NSComparisonResult) {
 static const NSInteger NSNotFound = NSIntegerMax;
 
 static inline NSRange NSMakeRange(NSUInteger location, NSUInteger length) {
-  return (NSRange){location, length};
+  NSRange range = {location, length};
+  return range;
 }
-static inline NSPoint NSMakePoint(CGFloat x, CGFloat y) { return (NSPoint){x, y}; }
-static inline NSSize NSMakeSize(CGFloat width, CGFloat height) { return (NSSize){width, height}; }
+static inline NSPoint NSMakePoint(CGFloat x, CGFloat y) {
+  NSPoint point = {x, y};
+  return point;
+}
+static inline NSSize NSMakeSize(CGFloat width, CGFloat height) {
+  NSSize size = {width, height};
+  return size;
+}
 static inline NSRect NSMakeRect(CGFloat x, CGFloat y, CGFloat width, CGFloat height) {
-  return (NSRect){{x, y}, {width, height}};
+  NSRect rect = {{x, y}, {width, height}};
+  return rect;
 }
 
 NS_ASSUME_NONNULL_BEGIN
