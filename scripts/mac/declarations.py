@@ -50,6 +50,8 @@ class Declarations:
     functions: dict = dataclasses.field(default_factory=dict)  # name: (framework, returns, [parameters])
     variables: dict = dataclasses.field(default_factory=dict)  # name: (framework, type)
     enumerations: dict = dataclasses.field(default_factory=dict)  # name: {constant: value}
+    underlying: dict = dataclasses.field(default_factory=dict)  # name of an enumeration: its type
+    constants: dict = dataclasses.field(default_factory=dict)  # name: number, of those that have no symbol
     names: set = dataclasses.field(default_factory=set)  # of classes, those only named included
     typedefs: dict = dataclasses.field(default_factory=dict)  # name: type; of every header read
 
@@ -73,6 +75,17 @@ def constant_value(node):
         if (value := constant_value(child)) is not None:
             return value
     return None
+
+
+def number_of(node):
+    """The value that a constant is given, or None when it is no plain number."""
+    if node["kind"] in ("IntegerLiteral", "FloatingLiteral"):
+        return float(node["value"])
+    values = [number_of(child) for child in node.get("inner", []) if "Expr" in child["kind"] or
+              child["kind"] in ("IntegerLiteral", "FloatingLiteral", "UnaryOperator")]
+    if len(values) != 1 or values[0] is None:
+        return None
+    return -values[0] if node.get("opcode") == "-" else values[0]
 
 
 class Reader:
@@ -123,9 +136,12 @@ class Reader:
         elif kind == "FunctionDecl" and node.get("storageClass") != "static":
             parameters = [type_of(p["type"]) for p in node.get("inner", []) if p["kind"] == "ParmVarDecl"]
             found.functions[name] = (framework, type_of(node["type"]).split("(")[0].strip(), parameters)
+        elif kind == "VarDecl" and node.get("storageClass") == "static":
+            found.constants[name] = number_of(node)
         elif kind == "VarDecl" and node.get("storageClass") == "extern":
             found.variables[name] = (framework, type_of(node["type"]))
         elif kind == "EnumDecl" and name:
+            found.underlying[name] = type_of(node.get("fixedUnderlyingType"))
             values, last = found.enumerations.setdefault(name, {}), -1
             for constant in node.get("inner", []):
                 if constant["kind"] == "EnumConstantDecl":
