@@ -1,7 +1,7 @@
 // The application and its delegate.
 #pragma once
 
-#import <AppKit/NSResponder.h>
+#import <AppKit/NSAppearance.h>
 
 NS_ASSUME_NONNULL_BEGIN
 
@@ -37,13 +37,14 @@ FOUNDATION_EXPORT NSAboutPanelOptionKey const NSAboutPanelOptionVersion;
           handlerForIntent:(INIntent*)intent API_AVAILABLE(macos(12.0));
 @end
 
-@interface NSApplication : NSResponder
+@interface NSApplication : NSResponder <NSAppearanceCustomization>
 @property(class, readonly, strong) __kindof NSApplication* sharedApplication;
 @property(nullable, weak) id<NSApplicationDelegate> delegate;
 @property(nullable, readonly, strong) NSWindow* modalWindow;
 @property(null_resettable, strong) NSImage* applicationIconImage;
 @property(nullable, strong) NSMenu* mainMenu;
 - (BOOL)setActivationPolicy:(NSApplicationActivationPolicy)policy;
+@property(readonly, getter=isActive) BOOL active;
 - (void)activateIgnoringOtherApps:(BOOL)flag;
 - (void)run;
 - (void)terminate:(nullable id)sender;

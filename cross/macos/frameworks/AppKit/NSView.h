@@ -48,7 +48,8 @@ typedef NS_OPTIONS(NSUInteger, NSTrackingAreaOptions) {
 - (void)removeTrackingArea:(NSTrackingArea*)area;
 - (void)updateTrackingAreas NS_REQUIRES_SUPER;
 - (void)layoutSubtreeIfNeeded;
-- (void)setNeedsDisplayInRect:(NSRect)rect;
+@property BOOL needsDisplay;
+- (void)drawRect:(NSRect)rect;
 @end
 
 @interface NSViewController : NSResponder <NSUserInterfaceItemIdentification>

@@ -1,4 +1,4 @@
-// Strings, plain and attributed.
+// Strings, plain and attributed; archives.
 #pragma once
 
 #import <Foundation/NSBase.h>
@@ -6,6 +6,13 @@
 NS_ASSUME_NONNULL_BEGIN
 
 @class NSArray<__covariant ObjectType>, NSDictionary<__covariant KeyType, __covariant ObjectType>;
+
+@interface NSCoder : NSObject
+- (void)encodeObject:(nullable id)object forKey:(NSString*)key;
+- (void)encodeInteger:(NSInteger)value forKey:(NSString*)key;
+- (nullable id)decodeObjectOfClass:(Class)aClass forKey:(NSString*)key;
+- (NSInteger)decodeIntegerForKey:(NSString*)key;
+@end
 
 typedef NSUInteger NSStringEncoding;
 enum : NSStringEncoding { NSUTF8StringEncoding = 4 };

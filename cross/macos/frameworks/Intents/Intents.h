@@ -21,8 +21,12 @@ API_AVAILABLE(macos(11.0))
 @interface INObject : NSObject <NSCopying, NSSecureCoding>
 - (instancetype)initWithIdentifier:(nullable NSString*)identifier
                      displayString:(NSString*)displayString;
+- (instancetype)initWithIdentifier:(nullable NSString*)identifier
+                     displayString:(NSString*)displayString
+                 pronunciationHint:(nullable NSString*)pronunciationHint;
 @property(readonly, nullable) NSString* identifier;
 @property(readonly) NSString* displayString;
+@property(readonly, nullable) NSString* pronunciationHint;
 @end
 
 API_AVAILABLE(macos(11.0))
@@ -30,6 +34,20 @@ API_AVAILABLE(macos(11.0))
 + (instancetype)needsValue;
 + (instancetype)notRequired;
 + (instancetype)unsupported;
+@end
+
+// What the results of a custom enumeration and a custom object inherit.
+API_AVAILABLE(macos(11.0))
+@interface INEnumResolutionResult : INIntentResolutionResult
++ (instancetype)successWithResolvedValue:(NSInteger)value;
++ (instancetype)confirmationRequiredWithValueToConfirm:(NSInteger)value;
+@end
+
+API_AVAILABLE(macos(11.0))
+@interface INObjectResolutionResult : INIntentResolutionResult
++ (instancetype)successWithResolvedObject:(INObject*)object;
++ (instancetype)disambiguationWithObjectsToDisambiguate:(NSArray<INObject*>*)objects;
++ (instancetype)confirmationRequiredWithObjectToConfirm:(nullable INObject*)object;
 @end
 
 API_AVAILABLE(macos(11.0))
