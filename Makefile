@@ -2,7 +2,7 @@
 PRESET := release
 BUILD := cmake --preset $(PRESET) && cmake --build --preset $(PRESET)
 
-.PHONY: help run test test-desktops fuzz bench package lint format golden pictures mac mac-check
+.PHONY: help run test test-desktops fuzz bench package lint format golden pictures mac mac-check mac-test
 
 help:
 	@echo "make run            install what building needs, build, start kelvane or its demo"
@@ -14,6 +14,7 @@ help:
 	@echo "make lint           floors, format, unlisted tests, wording, installed files, package, clang-tidy"
 	@echo "make mac            cross-build for macOS, both processors, and check what can be checked here"
 	@echo "make mac-check      only check what make mac built"
+	@echo "make mac-test       run the portable folders' unit tests with the C++ library of the Mac's build"
 	@echo "make format         rewrite the sources in the house format"
 	@echo "make pictures       take the pictures of the documents, of real windows too"
 	@echo "make golden         write the golden pictures and trees anew; look at them before committing"
@@ -70,6 +71,10 @@ mac:
 
 mac-check:
 	scripts/mac/check
+
+mac-test:
+	scripts/install-dependencies mac
+	scripts/mac/test-portable
 
 format:
 	scripts/install-dependencies lint
