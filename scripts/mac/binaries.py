@@ -78,7 +78,8 @@ def old_libcxx():
         shutil.rmtree(fresh, ignore_errors=True)
         fresh.mkdir(parents=True)
         for package in LIBCXX_13:
-            done = subprocess.run(["apt-get", "-q", "download", package], cwd=fresh, capture_output=True, text=True, check=False)
+            command = ["apt-get", "-q", "download", package]
+            done = subprocess.run(command, cwd=fresh, capture_output=True, text=True, check=False)
             if done.returncode != 0:
                 raise SystemExit(f"apt-get could not download {package}: {done.stderr.strip()}")
         for archive in fresh.glob("*.deb"):

@@ -162,7 +162,8 @@ class Reader:
 
 
 def ast(text, arguments):
-    command = ["clang-19", "-x", "objective-c", "-fobjc-arc", "-fblocks", "-fsyntax-only", "-Xclang", "-ast-dump=json", *arguments, "-"]
+    command = ["clang-19", "-x", "objective-c", "-fobjc-arc", "-fblocks", "-fsyntax-only", "-Xclang", "-ast-dump=json",
+               *arguments, "-"]
     done = subprocess.run(command, input=text, capture_output=True, text=True, check=False)
     if done.returncode != 0:
         raise SystemExit(f"declarations do not compile:\n{done.stderr}")
