@@ -127,6 +127,9 @@ class Reader:
         if kind == "ObjCInterfaceDecl" and (superclass or name == "NSObject" and "inner" in node):
             entry = found.classes.setdefault(name, Class(name, framework))
             entry.superclass = superclass
+            # A declaration ahead of the class, for another framework's use, has its superclass too.
+            if "inner" in node:
+                entry.framework = framework
             self.members(node, entry)
         elif kind == "ObjCCategoryDecl":
             owner = node["interface"]["name"]

@@ -47,12 +47,15 @@ FOUNDATION_EXPORT NSAboutPanelOptionKey const NSAboutPanelOptionVersion;
 @property(readonly, getter=isActive) BOOL active;
 - (void)activateIgnoringOtherApps:(BOOL)flag;
 - (void)run;
+- (void)stop:(nullable id)sender;
+- (void)postEvent:(NSEvent*)event atStart:(BOOL)atStart;
 - (void)terminate:(nullable id)sender;
 - (void)stopModalWithCode:(NSModalResponse)code;
 - (void)abortModal;
 @end
 
 @interface NSApplication (NSStandardAboutPanel)
+- (void)orderFrontStandardAboutPanel:(nullable id)sender;
 - (void)orderFrontStandardAboutPanelWithOptions:(NSDictionary<NSAboutPanelOptionKey, id>*)options;
 @end
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #import <AppKit/NSAppearance.h>
+#import <CoreGraphics/CoreGraphics.h>
 
 NS_ASSUME_NONNULL_BEGIN
 
@@ -55,6 +56,7 @@ FOUNDATION_EXPORT const NSFontWeight NSFontWeightMedium;
 
 @interface NSGraphicsContext : NSObject
 @property(class, nullable, strong) NSGraphicsContext* currentContext;
+@property(readonly) CGContextRef CGContext NS_RETURNS_INNER_POINTER;
 @property NSImageInterpolation imageInterpolation;
 @property NSCompositingOperation compositingOperation;
 - (void)saveGraphicsState;

@@ -7,7 +7,11 @@
 NS_ASSUME_NONNULL_BEGIN
 
 @class NSWindow, NSView, NSMenu, NSMenuItem, NSImage, NSColor, NSFont, NSButton, NSAppearance,
-    NSScreen;
+    NSScreen, NSGraphicsContext;
+
+typedef NS_ENUM(NSUInteger, NSEventType) {
+  NSEventTypeApplicationDefined = 15,
+};
 
 typedef NS_OPTIONS(unsigned long long, NSEventMask) {
   NSEventMaskLeftMouseDown = 1ULL << 1,
@@ -25,6 +29,15 @@ typedef NS_OPTIONS(NSUInteger, NSEventModifierFlags) {
 @interface NSEvent : NSObject <NSCopying, NSCoding>
 @property(nullable, readonly, assign) NSWindow* window;
 @property(class, readonly) NSEventModifierFlags modifierFlags;
++ (nullable NSEvent*)otherEventWithType:(NSEventType)type
+                               location:(NSPoint)location
+                          modifierFlags:(NSEventModifierFlags)flags
+                              timestamp:(NSTimeInterval)time
+                           windowNumber:(NSInteger)windowNumber
+                                context:(nullable NSGraphicsContext*)context
+                                subtype:(short)subtype
+                                  data1:(NSInteger)data1
+                                  data2:(NSInteger)data2;
 + (nullable id)addLocalMonitorForEventsMatchingMask:(NSEventMask)mask
                                             handler:(NSEvent* _Nullable (^)(NSEvent* event))block;
 + (void)removeMonitor:(id)monitor;
@@ -34,6 +47,15 @@ typedef NS_OPTIONS(NSUInteger, NSEventModifierFlags) {
 - (void)mouseEntered:(NSEvent*)event;
 - (void)mouseExited:(NSEvent*)event;
 - (void)mouseDown:(NSEvent*)event;
+@end
+
+@interface NSGestureRecognizer : NSObject <NSCoding>
+- (instancetype)initWithTarget:(nullable id)target
+                        action:(nullable SEL)action NS_DESIGNATED_INITIALIZER;
+- (nullable instancetype)initWithCoder:(NSCoder*)coder NS_DESIGNATED_INITIALIZER;
+@end
+
+@interface NSClickGestureRecognizer : NSGestureRecognizer
 @end
 
 @protocol NSStandardKeyBindingResponding <NSObject>

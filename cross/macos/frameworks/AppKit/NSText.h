@@ -24,6 +24,12 @@ typedef NS_ENUM(NSInteger, NSTextAlignment) {
 #endif
 };
 
+typedef NS_ENUM(NSUInteger, NSLineBreakMode) {
+  NSLineBreakByWordWrapping = 0,
+  NSLineBreakByCharWrapping,
+  NSLineBreakByClipping,
+};
+
 typedef NS_OPTIONS(NSInteger, NSStringDrawingOptions) {
   NSStringDrawingUsesLineFragmentOrigin = 1 << 0,
   NSStringDrawingUsesFontLeading = 1 << 1,
@@ -36,6 +42,7 @@ typedef NS_OPTIONS(NSInteger, NSStringDrawingOptions) {
 
 @interface NSMutableParagraphStyle : NSParagraphStyle
 @property NSTextAlignment alignment;
+@property NSLineBreakMode lineBreakMode;
 @end
 
 @interface NSString (NSExtendedStringDrawing)

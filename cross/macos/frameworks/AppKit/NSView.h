@@ -6,6 +6,8 @@
 
 NS_ASSUME_NONNULL_BEGIN
 
+@class NSGestureRecognizer;
+
 typedef NSString* NSUserInterfaceItemIdentifier;
 
 typedef NS_OPTIONS(NSUInteger, NSTrackingAreaOptions) {
@@ -43,12 +45,17 @@ typedef NS_OPTIONS(NSUInteger, NSTrackingAreaOptions) {
 - (instancetype)initWithFrame:(NSRect)frame;
 - (void)addSubview:(NSView*)view;
 - (void)removeFromSuperview;
+- (void)viewDidMoveToSuperview;
 - (nullable NSView*)hitTest:(NSPoint)point;
+- (NSRect)convertRect:(NSRect)rect toView:(nullable NSView*)view;
 - (void)addTrackingArea:(NSTrackingArea*)area;
 - (void)removeTrackingArea:(NSTrackingArea*)area;
 - (void)updateTrackingAreas NS_REQUIRES_SUPER;
 - (void)layoutSubtreeIfNeeded;
 @property BOOL needsDisplay;
+@property(readonly) BOOL allowsVibrancy;
+- (void)addGestureRecognizer:(NSGestureRecognizer*)recognizer;
+- (void)removeGestureRecognizer:(NSGestureRecognizer*)recognizer;
 - (void)drawRect:(NSRect)rect;
 @end
 

@@ -14,6 +14,14 @@ typedef NS_OPTIONS(NSUInteger, NSWindowStyleMask) {
   NSWindowStyleMaskResizable = 1 << 3,
 };
 
+typedef NS_OPTIONS(NSUInteger, NSWindowCollectionBehavior) {
+  NSWindowCollectionBehaviorStationary = 1 << 4,
+  NSWindowCollectionBehaviorIgnoresCycle = 1 << 6,
+};
+
+typedef NSInteger NSWindowLevel;
+static const NSWindowLevel NSStatusWindowLevel = 25;
+
 typedef NS_ENUM(NSUInteger, NSBackingStoreType) { NSBackingStoreBuffered = 2 };
 typedef NS_ENUM(NSUInteger, NSRectEdge) {
   NSRectEdgeMinX = 0,
@@ -29,6 +37,8 @@ typedef NS_ENUM(NSUInteger, NSRectEdge) {
 @property(readonly) CGFloat backingScaleFactor;
 @end
 
+FOUNDATION_EXPORT NSNotificationName const NSWindowDidChangeBackingPropertiesNotification;
+
 @protocol NSWindowDelegate <NSObject>
 @optional
 - (void)windowWillClose:(NSNotification*)notification;
@@ -43,6 +53,21 @@ typedef NS_ENUM(NSUInteger, NSRectEdge) {
 @property(readonly, getter=isVisible) BOOL visible;
 @property(readonly) CGFloat backingScaleFactor;
 @property(nullable, readonly, strong) NSScreen* screen;
+@property(readonly) NSRect frame;
+@property NSWindowStyleMask styleMask;
+@property NSWindowLevel level;
+@property CGFloat alphaValue;
+@property BOOL ignoresMouseEvents;
+@property NSWindowCollectionBehavior collectionBehavior;
+@property(getter=isRestorable) BOOL restorable;
+@property BOOL canHide;
+@property BOOL displaysWhenScreenProfileChanges;
+@property(nullable, readonly, strong) NSWindow* sheetParent;
+- (void)disableSnapshotRestoration;
+- (NSRect)convertRectToScreen:(NSRect)rect;
+- (void)setFrame:(NSRect)frame display:(BOOL)flag;
+- (void)orderFront:(nullable id)sender;
+- (void)orderOut:(nullable id)sender;
 + (instancetype)windowWithContentViewController:(NSViewController*)controller;
 - (instancetype)initWithContentRect:(NSRect)rect
                           styleMask:(NSWindowStyleMask)style
@@ -114,6 +139,8 @@ typedef NS_ENUM(NSInteger, NSTabViewControllerTabStyle) { NSTabViewControllerTab
 @property NSInteger selectedTabViewItemIndex;
 @property(copy) NSArray<__kindof NSTabViewItem*>* tabViewItems;
 - (void)addTabViewItem:(NSTabViewItem*)item;
+- (void)insertTabViewItem:(NSTabViewItem*)item atIndex:(NSInteger)index;
+- (void)removeTabViewItem:(NSTabViewItem*)item;
 @end
 
 NS_ASSUME_NONNULL_END

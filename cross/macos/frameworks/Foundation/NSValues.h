@@ -40,6 +40,7 @@ NS_ASSUME_NONNULL_BEGIN
 @interface NSURL : NSObject <NSCopying, NSSecureCoding>
 @property(nullable, readonly, copy) NSString* absoluteString;
 @property(nullable, readonly, copy) NSString* path;
+@property(nullable, readonly, copy) NSURL* URLByDeletingLastPathComponent;
 + (nullable instancetype)URLWithString:(NSString*)string;
 + (NSURL*)fileURLWithPath:(NSString*)path;
 @end
