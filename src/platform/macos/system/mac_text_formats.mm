@@ -1,0 +1,65 @@
+#include "platform/macos/system/mac_text_formats.h"
+
+#include <algorithm>
+#include <chrono>
+#include <cmath>
+
+#import <Foundation/Foundation.h>
+
+#include "platform/macos/foundation/property_objects.h"
+
+namespace kelvane {
+
+// Made once, because it is costly; the others follow the user's settings by being made each time.
+struct MacTextFormats::Formatters {
+  NSDateComponentsFormatter* duration = [[NSDateComponentsFormatter alloc] init];
+};
+
+MacTextFormats::MacTextFormats() : formatters_(std::make_unique<Formatters>()) {
+  NSDateComponentsFormatter* duration = formatters_->duration;
+  duration.allowedUnits = NSCalendarUnitHour | NSCalendarUnitMinute;
+  duration.unitsStyle = NSDateComponentsFormatterUnitsStyleAbbreviated;
+  duration.formattingContext = NSFormattingContextBeginningOfSentence;
+}
+
+MacTextFormats::~MacTextFormats() = default;
+
+std::optional<std::string> MacTextFormats::abbreviatedDuration(double seconds) {
+  if (!std::isfinite(seconds) || seconds < 0) return std::nullopt;
+  @autoreleasepool {
+    NSString* text = [formatters_->duration stringFromTimeInterval:seconds];
+    return text ? std::optional(textOf(text)) : std::nullopt;
+  }
+}
+
+std::string MacTextFormats::shortTime(Date date) {
+  @autoreleasepool {
+    NSDateFormatter* formatter = [[NSDateFormatter alloc] init];
+    formatter.dateStyle = NSDateFormatterNoStyle;
+    formatter.timeStyle = NSDateFormatterShortStyle;
+    const std::chrono::duration<double> seconds = date.time_since_epoch();
+    return textOf(
+        [formatter stringFromDate:[NSDate dateWithTimeIntervalSince1970:seconds.count()]]);
+  }
+}
+
+std::optional<std::string> MacTextFormats::percent(double ratio) {
+  if (!std::isfinite(ratio)) return std::nullopt;
+  @autoreleasepool {
+    NSNumberFormatter* formatter = [[NSNumberFormatter alloc] init];
+    formatter.numberStyle = NSNumberFormatterPercentStyle;
+    NSString* text = [formatter stringFromNumber:[NSNumber numberWithDouble:ratio]];
+    return text ? std::optional(textOf(text)) : std::nullopt;
+  }
+}
+
+std::string MacTextFormats::informationStorage(double bytes) {
+  @autoreleasepool {
+    // Below 2^63, beyond which a count has no form; no number counts as 0.
+    const double count = bytes > 0 ? std::min(bytes, 9.0e18) : 0.0;
+    return textOf([NSByteCountFormatter stringFromByteCount:std::llround(count)
+                                                 countStyle:NSByteCountFormatterCountStyleDecimal]);
+  }
+}
+
+}  // namespace kelvane

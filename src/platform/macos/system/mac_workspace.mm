@@ -1,0 +1,36 @@
+#include "platform/macos/system/mac_workspace.h"
+
+#import <AppKit/AppKit.h>
+
+#include "platform/macos/foundation/property_objects.h"
+
+namespace kelvane {
+namespace {
+
+void open(NSURL* url) {
+  if (url) [NSWorkspace.sharedWorkspace openURL:url];
+}
+
+}  // namespace
+
+void MacWorkspace::openUrl(const std::string& url) {
+  @autoreleasepool {
+    NSString* text = stringOf(url);
+    if (text) open([NSURL URLWithString:text]);
+  }
+}
+
+void MacWorkspace::openFile(const std::string& path) {
+  @autoreleasepool {
+    NSString* text = stringOf(path);
+    // An empty path is an exception to the system.
+    if (text.length > 0) open([NSURL fileURLWithPath:text]);
+  }
+}
+
+void MacWorkspace::openBatterySettings() {
+  if (@available(macOS 11, *)) return openFile("/System/Library/PreferencePanes/Battery.prefPane");
+  openFile("/System/Library/PreferencePanes/EnergySaver.prefPane");
+}
+
+}  // namespace kelvane

@@ -1,0 +1,47 @@
+#include "platform/macos/windows/container_parts.h"
+
+namespace kelvane {
+namespace {
+
+constexpr double kLineGap = 8;    // points between lines
+constexpr double kColumnGap = 8;  // points between columns
+
+}  // namespace
+
+NSStackView* makeColumn() {
+  NSStackView* column = [[NSStackView alloc] initWithFrame:NSMakeRect(0, 0, 0, 0)];
+  column.orientation = NSUserInterfaceLayoutOrientationVertical;
+  column.alignment = NSLayoutAttributeLeading;
+  column.spacing = kLineGap;
+  return column;
+}
+
+StackPart::StackPart(const ViewNode& node, ViewContext& context)
+    : ViewPart(node, context), stack_(makeColumn()) {
+  wrap(stack_);
+  show();
+}
+
+void StackPart::show() {
+  showFrame();
+  const bool isRow = node().kind == ViewNode::Kind::horizontalStack;
+  const bool isCentered = node().alignment == ViewNode::Alignment::center;
+  stack_.orientation =
+      isRow ? NSUserInterfaceLayoutOrientationHorizontal : NSUserInterfaceLayoutOrientationVertical;
+  if (isRow)
+    stack_.alignment = isCentered ? NSLayoutAttributeCenterY : NSLayoutAttributeTop;
+  else
+    stack_.alignment = isCentered ? NSLayoutAttributeCenterX : NSLayoutAttributeLeading;
+  stack_.spacing = node().spacing.value_or(isRow ? kColumnGap : kLineGap);
+}
+
+void StackPart::place(ViewPart& child, NSInteger index) {
+  [stack_ insertArrangedSubview:child.view() atIndex:index];
+  // A line has no width of its own.
+  if (child.node().kind == ViewNode::Kind::divider)
+    [child.view().widthAnchor constraintEqualToAnchor:stack_.widthAnchor].active = YES;
+}
+
+void StackPart::remove(ViewPart& child) { [child.view() removeFromSuperview]; }
+
+}  // namespace kelvane

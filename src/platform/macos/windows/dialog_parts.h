@@ -1,0 +1,45 @@
+// The nodes that are shown over the window: sheets and alerts. Main thread.
+#pragma once
+
+#include <vector>
+
+#include "platform/macos/windows/view_part.h"
+
+namespace kelvane {
+
+class SheetPart : public ViewPart {
+ public:
+  SheetPart(const ViewNode& node, ViewContext& context);
+  ~SheetPart() override;
+  void appear() override;
+  void place(ViewPart& child, NSInteger index) override;
+  void remove(ViewPart& child) override;
+
+ private:
+  void show() override {}
+  KelvaneControlTarget* cancelled_;
+  NSWindow* sheet_;
+  NSStackView* content_;
+  NSStackView* buttons_;
+};
+
+// Made by the system from the texts and buttons among the children; it closes at a click, before
+// the tree says so.
+class AlertPart : public ViewPart {
+ public:
+  AlertPart(const ViewNode& node, ViewContext& context);
+  ~AlertPart() override;
+  void appear() override;
+  void place(ViewPart& child, NSInteger index) override;
+  void remove(ViewPart& child) override;
+
+ private:
+  void show() override;
+  void ended(NSModalResponse response);
+  std::vector<ViewPart*> children_;
+  NSAlert* alert_;
+  // Gone with this; the system may answer later.
+  std::shared_ptr<AlertPart*> self_;
+};
+
+}  // namespace kelvane

@@ -1,0 +1,73 @@
+#include "platform/macos/windows/tab_parts.h"
+
+#include "platform/macos/foundation/strings.h"
+#include "platform/macos/windows/container_parts.h"
+
+namespace kelvane {
+namespace {
+
+// Systems before the named symbols have a picture of their own for the first of them only.
+NSImage* symbolImage(const std::string& name, const std::string& label) {
+  if (name.empty()) return nil;
+  if (@available(macOS 11, *))
+    return [NSImage imageWithSystemSymbolName:nsString(name)
+                     accessibilityDescription:nsString(label)];
+  return name == "gearshape" ? [NSImage imageNamed:NSImageNamePreferencesGeneral] : nil;
+}
+
+}  // namespace
+
+TabPart::TabPart(const ViewNode& node, ViewContext& context)
+    : ViewPart(node, context),
+      column_(makeColumn()),
+      controller_([[NSViewController alloc] init]),
+      item_([NSTabViewItem tabViewItemWithViewController:controller_]) {
+  wrap(column_);
+  width_ = [view().widthAnchor constraintEqualToConstant:0];
+  controller_.view = view();
+  show();
+}
+
+void TabPart::setWidth(std::optional<double> width) {
+  if (width) width_.constant = *width;
+  width_.active = width.has_value();
+}
+
+void TabPart::place(ViewPart& child, NSInteger index) {
+  [column_ insertArrangedSubview:child.view() atIndex:index];
+  [child.view().widthAnchor constraintEqualToAnchor:column_.widthAnchor].active = YES;
+}
+
+void TabPart::remove(ViewPart& child) { [child.view() removeFromSuperview]; }
+
+void TabPart::show() {
+  showFrame();
+  controller_.title = nsString(node().label);
+  item_.label = nsString(node().label);
+  item_.image = symbolImage(node().symbol, node().label);
+}
+
+TabsPart::TabsPart(const ViewNode& node, ViewContext& context)
+    : ViewPart(node, context), controller_([[NSTabViewController alloc] init]) {
+  controller_.tabStyle = NSTabViewControllerTabStyleToolbar;
+  show();
+}
+
+void TabsPart::show() {
+  for (TabPart* tab : tabs_) tab->setWidth(node().width);
+}
+
+void TabsPart::place(ViewPart& child, NSInteger index) {
+  auto* tab = dynamic_cast<TabPart*>(&child);
+  if (!tab) return;
+  tab->setWidth(node().width);
+  [controller_ insertTabViewItem:tab->item() atIndex:index];
+  tabs_.push_back(tab);
+}
+
+void TabsPart::remove(ViewPart& child) {
+  if (std::erase_if(tabs_, [&](TabPart* tab) { return tab == &child; }) == 0) return;
+  [controller_ removeTabViewItem:static_cast<TabPart&>(child).item()];
+}
+
+}  // namespace kelvane
