@@ -218,7 +218,7 @@ TEST(LinuxUserNotifications, RemovesItsOwnAndNothingElse) {
   notifications.post({"batteryPercentage", "20%", ""});
   notifications.post({"batteryFullyCharged", "Fully Charged", "Your Mac's battery is at 100%"});
   session.settle();
-  for (const guint32 id : {1, 2}) session.server->answer(g_variant_new("(u)", id));
+  for (const guint32 id : {1U, 2U}) session.server->answer(g_variant_new("(u)", id));
   session.settle();
   notifications.removeAllDelivered();
   session.settle();
