@@ -47,8 +47,10 @@ if(KELVANE_SANITIZE)
   target_link_options(kelvane_options INTERFACE -fsanitize=${KELVANE_SANITIZE})
 endif()
 set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_OBJCXX_EXTENSIONS OFF)
 # Small code is less memory; nothing here is hot enough for more.
 set(CMAKE_CXX_FLAGS_RELEASE "-Os -DNDEBUG")
+set(CMAKE_OBJCXX_FLAGS_RELEASE "${CMAKE_CXX_FLAGS_RELEASE}")
 set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
 
 # kelvane_library(name SOURCES a.cpp ... DEPENDS other ...)
