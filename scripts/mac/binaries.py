@@ -78,7 +78,7 @@ def old_libcxx():
         shutil.rmtree(fresh, ignore_errors=True)
         fresh.mkdir(parents=True)
         for package in LIBCXX_13:
-            command = ["apt-get", "-q", "download", package]
+            command = ["apt-get", "-q", "-o", "Acquire::Retries=3", "download", package]
             done = subprocess.run(command, cwd=fresh, capture_output=True, text=True, check=False)
             if done.returncode != 0:
                 raise SystemExit(f"apt-get could not download {package}: {done.stderr.strip()}")

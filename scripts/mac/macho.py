@@ -17,7 +17,9 @@ class Slice:
     sdk: tuple = ()
     libraries: dict = dataclasses.field(default_factory=dict)  # path: is weak
     sections: dict = dataclasses.field(default_factory=dict)  # (segment, section): bytes
+    segments: dict = dataclasses.field(default_factory=dict)  # name: (size in memory, place, size in the file)
     signature: bytes = b""
+    signature_end: int = 0
 
 
 def version(number):
@@ -37,6 +39,7 @@ def read_slice(data):
     for _ in range(count):
         command, size = struct.unpack_from("<2I", data, offset)
         if command == SEGMENT_64:
+            each.segments[name(data[offset + 8:offset + 24])] = struct.unpack_from("<3Q", data, offset + 32)
             for index in range(struct.unpack_from("<I", data, offset + 64)[0]):
                 start = offset + 72 + index * 80
                 length, place = struct.unpack_from("<QI", data, start + 40)
@@ -50,7 +53,7 @@ def read_slice(data):
             each.minimum, each.sdk = version(minimum), version(sdk)
         elif command == CODE_SIGNATURE:
             place, length = struct.unpack_from("<2I", data, offset + 8)
-            each.signature = data[place:place + length]
+            each.signature, each.signature_end = data[place:place + length], place + length
         offset += size
     return each
 
@@ -68,26 +71,53 @@ def read(data):
 
 
 def strings(section):
-    return {part.decode() for part in section.split(b"\0") if part}
+    return {part.decode(errors="replace") for part in section.split(b"\0") if part}
+
+
+def blobs(each):
+    """{slot: blob} of a signature; nothing without one."""
+    whole = each.signature
+    if not whole or struct.unpack_from(">I", whole)[0] != 0xFADE0CC0:
+        return {}
+    found = {}
+    for index in range(struct.unpack_from(">I", whole, 8)[0]):
+        slot, start = struct.unpack_from(">2I", whole, 12 + index * 8)
+        found[slot] = whole[start:start + struct.unpack_from(">I", whole, start + 4)[0]]
+    return found
+
+
+@dataclasses.dataclass
+class Directory:
+    """What a signature says of the code, with its SHA-256 hashes."""
+    identifier: str
+    flags: int
+    special: dict  # slot: hash, for those that there are
+    pages: list
+    page_size: int
+    limit: int
+    name: bytes  # what the system calls this very code
+
+
+def directory(each):
+    """The directory of a slice's signature, or None when there is none with such hashes."""
+    blob = blobs(each).get(0, b"")
+    if blob[:4] != b"\xfa\xde\x0c\x02":
+        return None
+    flags, place, identifier, special, pages, limit, size, kind, _, shift = struct.unpack_from(">6I4B", blob, 12)
+    if kind != 2 or size != 32:
+        return None
+    hashes = [blob[place + index * size:place + (index + 1) * size] for index in range(-special, pages)]
+    return Directory(
+        blob[identifier:].split(b"\0")[0].decode(), flags,
+        {special - index: each for index, each in enumerate(hashes[:special]) if any(each)},
+        hashes[special:], 1 << shift, limit, hashlib.sha256(blob).digest()[:20])
 
 
 def bad_pages(each):
     """(number of signed pages, those whose hash is another now); (0, 0) without a signature."""
-    blob = each.signature
-    if not blob or struct.unpack_from(">I", blob)[0] != 0xFADE0CC0:
+    said = directory(each)
+    if not said:
         return 0, 0
-    for index in range(struct.unpack_from(">I", blob, 8)[0]):
-        start = struct.unpack_from(">I", blob, 12 + index * 8 + 4)[0]
-        if struct.unpack_from(">I", blob, start)[0] == 0xFADE0C02:
-            break
-    else:
-        return 0, 0
-    hashes, _, _, pages, limit, size, kind, _, shift = struct.unpack_from(">5I4B", blob, start + 16)
-    if kind != 2 or size != 32:
-        return 0, 0
-    bad = 0
-    for page in range(pages):
-        content = each.data[page << shift:min((page + 1) << shift, limit)]
-        place = start + hashes + page * size
-        bad += hashlib.sha256(content).digest() != blob[place:place + size]
-    return pages, bad
+    places = range(0, said.limit, said.page_size)
+    now = [hashlib.sha256(each.data[place:min(place + said.page_size, said.limit)]).digest() for place in places]
+    return len(said.pages), sum(a != b for a, b in zip(said.pages, now)) + abs(len(said.pages) - len(now))
