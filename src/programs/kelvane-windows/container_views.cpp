@@ -38,12 +38,9 @@ void StackView::show() {
   for (ViewWidget* child : children_) align(*child);
 }
 
-void StackView::place(ViewWidget& child, ViewWidget* previous) {
+void StackView::place(ViewWidget& child, const Place& place) {
   align(child);
-  if (previous)
-    box_.insert_child_after(*child.widget(), *previous->widget());
-  else
-    box_.insert_child_at_start(*child.widget());
+  placeIn(box_, child, place);
   children_.push_back(&child);
 }
 

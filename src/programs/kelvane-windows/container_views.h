@@ -14,7 +14,7 @@ class StackView : public ViewWidget {
  public:
   StackView(const ViewNode& node, ViewContext& context);
   Gtk::Widget* widget() override { return &frame_; }
-  void place(ViewWidget& child, ViewWidget* previous) override;
+  void place(ViewWidget& child, const Place& place) override;
   void remove(ViewWidget& child) override;
 
  private:

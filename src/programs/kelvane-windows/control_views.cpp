@@ -26,8 +26,7 @@ void TextView::show() {
 }
 
 ToggleView::ToggleView(const ViewNode& node, ViewContext& context) : ViewWidget(node, context) {
-  press_ = addPressAction(button_.Gtk::Widget::gobj(), false,
-                          [this] { act(this->node().isOn.value_or(false) ? 0 : 1); });
+  press_ = addPressAction(button_.Gtk::Widget::gobj(), false, [this] { toggle(); });
   button_.set_action_name(kPressAction);
   show();
 }
@@ -82,10 +81,8 @@ void RadioGroupView::showOptions() {
     auto option = std::make_unique<Option>();
     Gtk::CheckButton& button = option->button;
     setAccessibleRole(button.Gtk::Widget::gobj(), GTK_ACCESSIBLE_ROLE_RADIO);
-    option->press = addPressAction(button.Gtk::Widget::gobj(), false, [this, i = options_.size()] {
-      const int index = static_cast<int>(i);
-      if (node().selection != index) act(index);
-    });
+    option->press = addPressAction(button.Gtk::Widget::gobj(), false,
+                                   [this, i = options_.size()] { choose(static_cast<int>(i)); });
     button.set_action_name(kPressAction);
     // The action makes a check button of it, the group then a radio button.
     if (options_.empty())
@@ -106,7 +103,7 @@ void RadioGroupView::showOptions() {
 }
 
 ButtonView::ButtonView(const ViewNode& node, ViewContext& context) : ViewWidget(node, context) {
-  button_.signal_clicked().connect([this] { act(0); });
+  button_.signal_clicked().connect([this] { press(); });
   button_.signal_map().connect([this] { showDefault(); });
   show();
 }

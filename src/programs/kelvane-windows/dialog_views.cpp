@@ -10,7 +10,7 @@ constexpr int kSheetMargin = 9;  // pixels
 }  // namespace
 
 DialogView::DialogView(const ViewNode& node, ViewContext& context, bool isAlert)
-    : ViewWidget(node, context), dialog_(isAlert, [this] { act(0); }) {}
+    : ViewWidget(node, context), dialog_(isAlert, [this] { press(); }) {}
 
 void DialogView::appear() {
   dialog_.attachTo(context_.window);
@@ -19,14 +19,9 @@ void DialogView::appear() {
   dialog_.present();
 }
 
-void DialogView::place(ViewWidget& child, ViewWidget* previous) {
-  Gtk::Widget& widget = *child.widget();
-  const bool isButton = child.node().kind == ViewNode::Kind::button;
-  Gtk::Box& box = isButton ? dialog_.buttons() : body();
-  if (previous && previous->widget()->get_parent() == &box)
-    box.insert_child_after(widget, *previous->widget());
-  else
-    box.insert_child_at_start(widget);
+void DialogView::place(ViewWidget& child, const Place& place) {
+  const bool isButton = place.row == ViewRow::buttons;
+  placeIn(isButton ? dialog_.buttons() : body(), child, place);
   if (isButton) buttonsChanged();
 }
 
@@ -48,7 +43,7 @@ AlertView::AlertView(const ViewNode& node, ViewContext& context)
     : DialogView(node, context, true), dismiss_(kDismiss) {
   dialog_.content().append(content_.widget());
   dismiss_.add_css_class("suggested-action");
-  dismiss_.signal_clicked().connect([this] { act(0); });
+  dismiss_.signal_clicked().connect([this] { press(); });
   buttonsChanged();
   show();
 }

@@ -15,7 +15,7 @@ class DialogView : public ViewWidget {
   DialogView(const ViewNode& node, ViewContext& context, bool isAlert);
   Gtk::Widget* widget() override { return nullptr; }
   void appear() override;
-  void place(ViewWidget& child, ViewWidget* previous) override;
+  void place(ViewWidget& child, const Place& place) override;
   void remove(ViewWidget& child) override;
 
  protected:

@@ -42,12 +42,7 @@ void TabView::joined(Gtk::Notebook& tabs) {
   addPressAction(tab, std::nullopt, [this, &tabs] { tabs.set_current_page(tabs.page_num(page_)); });
 }
 
-void TabView::place(ViewWidget& child, ViewWidget* previous) {
-  if (previous)
-    content_.insert_child_after(*child.widget(), *previous->widget());
-  else
-    content_.insert_child_at_start(*child.widget());
-}
+void TabView::place(ViewWidget& child, const Place& place) { placeIn(content_, child, place); }
 
 void TabView::remove(ViewWidget& child) { content_.remove(*child.widget()); }
 
@@ -57,19 +52,17 @@ TabsView::TabsView(const ViewNode& node, ViewContext& context) : ViewWidget(node
   show();
 }
 
-void TabsView::place(ViewWidget& child, ViewWidget* previous) {
-  auto* tab = dynamic_cast<TabView*>(&child);
-  if (!tab) return;
-  const int place = previous ? notebook_.page_num(*previous->widget()) + 1 : 0;
-  notebook_.insert_page(*tab->widget(), tab->tabLabel(), place);
-  notebook_.get_page(*tab->widget())->property_tab_expand() = true;
-  tab->joined(notebook_);
-  tabs_.push_back(tab);
+void TabsView::place(ViewWidget& child, const Place& place) {
+  auto& tab = static_cast<TabView&>(child);
+  notebook_.insert_page(*tab.widget(), tab.tabLabel(), static_cast<int>(place.index));
+  notebook_.get_page(*tab.widget())->property_tab_expand() = true;
+  tab.joined(notebook_);
+  tabs_.push_back(&tab);
   showCurrent();
 }
 
 void TabsView::remove(ViewWidget& child) {
-  if (std::erase_if(tabs_, [&](TabView* tab) { return tab == &child; }) == 0) return;
+  std::erase(tabs_, &child);
   notebook_.remove_page(*child.widget());
   showCurrent();
 }

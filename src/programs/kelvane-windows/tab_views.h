@@ -19,7 +19,7 @@ class TabView : public ViewWidget {
  public:
   TabView(const ViewNode& node, ViewContext& context);
   Gtk::Widget* widget() override { return &page_; }
-  void place(ViewWidget& child, ViewWidget* previous) override;
+  void place(ViewWidget& child, const Place& place) override;
   void remove(ViewWidget& child) override;
 
   Gtk::Widget& tabLabel() { return labelBox_; }
@@ -43,7 +43,7 @@ class TabsView : public ViewWidget {
   // The toolkit turns to other pages as it takes one after the other away.
   ~TabsView() override { turns_.disconnect(); }
   Gtk::Widget* widget() override { return &notebook_; }
-  void place(ViewWidget& child, ViewWidget* previous) override;
+  void place(ViewWidget& child, const Place& place) override;
   void remove(ViewWidget& child) override;
 
  private:

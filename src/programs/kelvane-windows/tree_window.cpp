@@ -6,7 +6,7 @@
 
 namespace kelvane {
 
-TreeWindow::TreeWindow(const std::string& title, const ViewNode& tree, ViewRenderer::Acted acted,
+TreeWindow::TreeWindow(const std::string& title, const ViewNode& tree, ViewPart::Acted acted,
                        std::function<void()> closed)
     : closed_(std::move(closed)), renderer_(*this, tree, std::move(acted)) {
   set_title(title);

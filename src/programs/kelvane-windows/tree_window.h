@@ -15,7 +15,7 @@ class TreeWindow : public Gtk::Window {
  public:
   // `closed` is called when the user closes it; it may destroy the window. Nothing is shown before
   // `present`.
-  TreeWindow(const std::string& title, const ViewNode& tree, ViewRenderer::Acted acted,
+  TreeWindow(const std::string& title, const ViewNode& tree, ViewPart::Acted acted,
              std::function<void()> closed);
   ~TreeWindow() override;
 

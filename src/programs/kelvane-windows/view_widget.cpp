@@ -23,30 +23,22 @@ int pixels(double points) {
 
 }  // namespace
 
-ViewWidget::ViewWidget(const ViewNode& node, ViewContext& context) : context_(context) {
-  node_ = node;
-  node_.children.clear();
-}
-
-void ViewWidget::set(const ViewNode& node) {
-  node_ = node;
-  node_.children.clear();
-  show();
-}
-
-void ViewWidget::act(int value) {
-  if (!node_.action.empty()) context_.acted(node_.action, node_.id, value);
-}
-
 void ViewWidget::showFrame(Gtk::Widget& widget) const {
-  const int side = node_.horizontalPaddings > 0 ? kSidePadding : 0;
-  const int ends = pixels(kEndPadding * node_.verticalPaddings);
+  const int side = node().horizontalPaddings > 0 ? kSidePadding : 0;
+  const int ends = pixels(kEndPadding * node().verticalPaddings);
   widget.set_margin_start(side);
   widget.set_margin_end(side);
-  widget.set_margin_top(ends + pixels(node_.paddingTop));
-  widget.set_margin_bottom(ends + pixels(node_.paddingBottom));
-  widget.set_size_request(node_.width ? std::max(pixels(*node_.width) - 2 * side, 0) : -1, -1);
-  setHelp(widget.gobj(), node_.help);
+  widget.set_margin_top(ends + pixels(node().paddingTop));
+  widget.set_margin_bottom(ends + pixels(node().paddingBottom));
+  widget.set_size_request(node().width ? std::max(pixels(*node().width) - 2 * side, 0) : -1, -1);
+  setHelp(widget.gobj(), node().help);
+}
+
+void placeIn(Gtk::Box& box, ViewWidget& child, const ViewWidget::Place& place) {
+  if (place.previous)
+    box.insert_child_after(*child.widget(), *place.previous->widget());
+  else
+    box.insert_child_at_start(*child.widget());
 }
 
 std::unique_ptr<ViewWidget> makeViewWidget(const ViewNode& node, ViewContext& context) {

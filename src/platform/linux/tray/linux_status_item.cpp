@@ -5,6 +5,7 @@
 
 #include "platform/linux/tray/item_picture.h"
 #include "platform/linux/tray/linux_status_bar.h"
+#include "platform/portable/shake_times.h"
 
 namespace kelvane {
 namespace {
@@ -134,9 +135,9 @@ void LinuxStatusItem::shake(const std::vector<double>& offsets, double seconds) 
   shakeOffsets_ = offsets;
   shaking_.reset();
   contentChanged();
-  if (offsets.size() < 2) return shakeOffsets_.clear();
-  const double step = seconds / static_cast<double>(offsets.size() - 1);
-  shaking_ = loop_.startTimer(step, true, [this] {
+  const auto times = shakeTimes(offsets.size());
+  if (times.empty()) return shakeOffsets_.clear();
+  shaking_ = loop_.startTimer(seconds * times[1], true, [this] {
     shakeOffsets_.erase(shakeOffsets_.begin());
     contentChanged();
     if (shakeOffsets_.size() > 1) return;

@@ -9,6 +9,9 @@
 
 #include <glib.h>
 
+#include "platform/portable/alert_run.h"
+#include "platform/portable/item_popover.h"
+
 namespace kelvane {
 namespace {
 
@@ -199,12 +202,12 @@ void LinuxWindows::abortAlert(std::uint32_t number) {
 void LinuxWindows::endAlert(std::uint32_t number, int button) {
   const auto found = alerts_.find(number);
   if (found == alerts_.end() || std::exchange(found->second.isEnding, true)) return;
-  const bool exists = button >= 0 && std::cmp_less(button, found->second.content.buttons.size());
-  loop_.async([this, alive = std::weak_ptr(isAlive_), number, button = exists ? button : 0] {
+  const auto pressed = pressedButton(found->second.content.buttons.size(), button);
+  loop_.async([this, alive = std::weak_ptr(isAlive_), number, pressed] {
     if (alive.expired()) return;
     const auto ended = alerts_.extract(number);
     ended.mapped().hold.reset();
-    ended.mapped().done(button);
+    ended.mapped().done(static_cast<int>(pressed.value_or(0)));
     endProgramLater();
   });
 }
@@ -254,7 +257,7 @@ void LinuxWindows::showAboutPanel(const ApplicationInformation& information) {
 
 std::unique_ptr<PopoverHandle> LinuxWindows::showPopover(const PopoverContent& content,
                                                          std::function<void()> closed) {
-  if (!content.showsWithoutItem && options_.isItemShown && !options_.isItemShown()) return nullptr;
+  if (!isPopoverShown(content, !options_.isItemShown || options_.isItemShown())) return nullptr;
   const std::uint32_t number = ++last_;
   popovers_[number] = {content.text, std::move(closed)};
   if (ensureProgram())
