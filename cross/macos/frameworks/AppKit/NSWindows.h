@@ -38,6 +38,8 @@ typedef NS_ENUM(NSUInteger, NSRectEdge) {
 @end
 
 FOUNDATION_EXPORT NSNotificationName const NSWindowDidChangeBackingPropertiesNotification;
+FOUNDATION_EXPORT NSNotificationName const NSWindowDidMoveNotification;
+FOUNDATION_EXPORT NSNotificationName const NSWindowDidResizeNotification;
 
 @protocol NSWindowDelegate <NSObject>
 @optional
@@ -136,6 +138,7 @@ typedef NS_ENUM(NSInteger, NSTabViewControllerTabStyle) { NSTabViewControllerTab
 
 @interface NSTabViewController : NSViewController
 @property NSTabViewControllerTabStyle tabStyle;
+@property BOOL canPropagateSelectedChildViewControllerTitle;
 @property NSInteger selectedTabViewItemIndex;
 @property(copy) NSArray<__kindof NSTabViewItem*>* tabViewItems;
 - (void)addTabViewItem:(NSTabViewItem*)item;

@@ -1,8 +1,11 @@
 #include "platform/macos/status_bar/hover_view.h"
 
+#include <optional>
 #include <utility>
 
 #include "platform/macos/foundation/strings.h"
+#include "platform/macos/status_bar/fatal_error.h"
+#include "platform/portable/item_popover.h"
 
 // What the popover is anchored to; it blends with the bar.
 @interface KelvaneVibrantView : NSView
@@ -32,16 +35,15 @@ void pin(NSView* view, NSView* around, CGFloat horizontal, CGFloat vertical) {
 }  // namespace
 
 @implementation KelvaneHoverView {
-  kelvane::HoverView hoverView_;
+  std::optional<kelvane::HoverRest> rest_;
   NSView* anchor_;
   NSTrackingArea* trackingArea_;
   NSPopover* popover_;
-  BOOL isHovered_;
 }
 
 - (instancetype)initWithHoverView:(kelvane::HoverView)hoverView {
   if ((self = [super initWithFrame:NSMakeRect(0, 0, 0, 0)])) {
-    hoverView_ = std::move(hoverView);
+    rest_.emplace(std::move(hoverView));
     anchor_ = [[KelvaneVibrantView alloc] initWithFrame:NSMakeRect(0, 0, 0, 0)];
     [self addSubview:anchor_];
     pin(anchor_, self, 0, 0);
@@ -49,8 +51,18 @@ void pin(NSView* view, NSView* around, CGFloat horizontal, CGFloat vertical) {
   return self;
 }
 
+- (instancetype)initWithFrame:(NSRect)frame {
+  (void)frame;
+  kelvane::endWithFatalError("unimplemented initializer 'initWithFrame:' of a hover view");
+}
+
+- (instancetype)initWithCoder:(NSCoder*)coder {
+  (void)coder;
+  kelvane::endWithFatalError("Not yet implemented.");
+}
+
 - (void)detachHoverView {
-  hoverView_ = {};
+  rest_->detach();
   [popover_ close];
   popover_ = nil;
 }
@@ -95,22 +107,20 @@ void pin(NSView* view, NSView* around, CGFloat horizontal, CGFloat vertical) {
 }
 
 - (void)pointerRests:(BOOL)isHovered {
-  if (isHovered == isHovered_) return;
-  isHovered_ = isHovered;
-  if (hoverView_.setHovered) hoverView_.setHovered(isHovered);
-  if (isHovered_) {
+  if (!rest_->setHovered(isHovered)) return;
+  if (isHovered)
     [self showHoverPopover];
-  } else {
+  else
     [popover_ close];
-  }
 }
 
 - (void)showHoverPopover {
-  if (!hoverView_.text || !self.window) return;
+  const std::string text = rest_->text();
+  if (text.empty() || !self.window) return;
   NSView* content = [[NSView alloc] initWithFrame:NSMakeRect(0, 0, 0, 0)];
-  NSTextField* label = [NSTextField labelWithString:kelvane::nsString(hoverView_.text())];
+  NSTextField* label = [NSTextField labelWithString:kelvane::nsString(text)];
   [content addSubview:label];
-  pin(label, content, hoverView_.horizontalPadding, hoverView_.verticalPadding);
+  pin(label, content, rest_->horizontalPadding(), rest_->verticalPadding());
 
   NSViewController* controller = [[NSViewController alloc] init];
   controller.view = content;

@@ -1,7 +1,5 @@
 #include "platform/macos/status_bar/mac_status_item.h"
 
-#include <cstdio>
-#include <cstdlib>
 #include <utility>
 
 #include "platform/macos/drawing/attributed_string.h"
@@ -9,14 +7,21 @@
 #include "platform/macos/foundation/strings.h"
 #include "platform/macos/status_bar/bar_appearance.h"
 #include "platform/macos/status_bar/click_watch.h"
+#include "platform/macos/status_bar/fatal_error.h"
+#include "platform/portable/shake_times.h"
 
 namespace kelvane {
 namespace {
 
 NSStatusBarButton* buttonOf(NSStatusItem* item) {
   if (NSStatusBarButton* button = item.button) return button;
-  std::fputs("kelvane: fatal error: the status item has no button\n", stderr);
-  std::abort();
+  endWithFatalError("the status item has no button");
+}
+
+NSArray<NSNumber*>* numbers(const std::vector<double>& values) {
+  NSMutableArray<NSNumber*>* array = [NSMutableArray arrayWithCapacity:values.size()];
+  for (const double value : values) [array addObject:@(value)];
+  return array;
 }
 
 // Removing an item makes AppKit forget the place that the user gave it.
@@ -85,12 +90,12 @@ void MacStatusItem::addHoverView(HoverView view) {
 }
 
 void MacStatusItem::shake(const std::vector<double>& offsets, double seconds) {
-  if (offsets.empty()) return;
-  NSMutableArray<NSNumber*>* values = [NSMutableArray arrayWithCapacity:offsets.size()];
-  for (const double offset : offsets) [values addObject:@(offset)];
+  const auto times = shakeTimes(offsets.size());
+  if (times.empty()) return;
   CAKeyframeAnimation* animation =
       [CAKeyframeAnimation animationWithKeyPath:@"transform.translation.y"];
-  animation.values = values;
+  animation.values = numbers(offsets);
+  animation.keyTimes = numbers(times);
   animation.duration = seconds;
   button_.wantsLayer = YES;
   // The key makes another shake take over.

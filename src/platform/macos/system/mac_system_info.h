@@ -9,6 +9,8 @@
 
 namespace kelvane {
 
+SystemVersion systemVersion();
+
 class MacSystemInfo : public SystemInfo {
  public:
   std::optional<SystemVersion> macOSVersion() override;

@@ -10,6 +10,7 @@
 #include <unistd.h>
 
 #include "platform/macos/foundation/property_objects.h"
+#include "platform/portable/macos_names.h"
 
 namespace kelvane {
 namespace {
@@ -26,19 +27,16 @@ std::optional<std::string> systemControl(const char* name) {
 
 }  // namespace
 
-std::optional<SystemVersion> MacSystemInfo::macOSVersion() {
+SystemVersion systemVersion() {
   const NSOperatingSystemVersion version = NSProcessInfo.processInfo.operatingSystemVersion;
-  return SystemVersion{.major = static_cast<int>(version.majorVersion),
-                       .minor = static_cast<int>(version.minorVersion),
-                       .patch = static_cast<int>(version.patchVersion)};
+  return {.major = static_cast<int>(version.majorVersion),
+          .minor = static_cast<int>(version.minorVersion),
+          .patch = static_cast<int>(version.patchVersion)};
 }
 
-std::string MacSystemInfo::systemDescription() {
-  const SystemVersion version = *macOSVersion();
-  std::string text = "macOS " + std::to_string(version.major) + "." + std::to_string(version.minor);
-  if (version.patch != 0) text += "." + std::to_string(version.patch);
-  return text;
-}
+std::optional<SystemVersion> MacSystemInfo::macOSVersion() { return systemVersion(); }
+
+std::string MacSystemInfo::systemDescription() { return macOSDescription(systemVersion()); }
 
 bool MacSystemInfo::isLowPowerModeEnabled() {
   if (@available(macOS 12, *)) return NSProcessInfo.processInfo.lowPowerModeEnabled != 0;

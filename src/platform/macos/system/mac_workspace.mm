@@ -3,6 +3,8 @@
 #import <AppKit/AppKit.h>
 
 #include "platform/macos/foundation/property_objects.h"
+#include "platform/macos/system/mac_system_info.h"
+#include "platform/portable/macos_names.h"
 
 namespace kelvane {
 namespace {
@@ -28,9 +30,6 @@ void MacWorkspace::openFile(const std::string& path) {
   }
 }
 
-void MacWorkspace::openBatterySettings() {
-  if (@available(macOS 11, *)) return openFile("/System/Library/PreferencePanes/Battery.prefPane");
-  openFile("/System/Library/PreferencePanes/EnergySaver.prefPane");
-}
+void MacWorkspace::openBatterySettings() { openFile(batteryPreferencePane(systemVersion())); }
 
 }  // namespace kelvane

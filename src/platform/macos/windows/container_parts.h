@@ -1,15 +1,15 @@
 // The nodes that only arrange others: stacks and forms. Main thread.
 #pragma once
 
-#include "platform/macos/windows/view_part.h"
+#include "platform/macos/windows/native_part.h"
 
 namespace kelvane {
 
-class StackPart : public ViewPart {
+class StackPart : public NativePart {
  public:
   StackPart(const ViewNode& node, ViewContext& context);
-  void place(ViewPart& child, NSInteger index) override;
-  void remove(ViewPart& child) override;
+  void place(NativePart& child, const Place& place) override;
+  void remove(NativePart& child) override;
 
  private:
   void show() override;

@@ -17,7 +17,7 @@ NSStackView* makeColumn() {
 }
 
 StackPart::StackPart(const ViewNode& node, ViewContext& context)
-    : ViewPart(node, context), stack_(makeColumn()) {
+    : NativePart(node, context), stack_(makeColumn()) {
   wrap(stack_);
   show();
 }
@@ -35,13 +35,13 @@ void StackPart::show() {
   stack_.spacing = node().spacing.value_or(isRow ? kColumnGap : kLineGap);
 }
 
-void StackPart::place(ViewPart& child, NSInteger index) {
-  [stack_ insertArrangedSubview:child.view() atIndex:index];
+void StackPart::place(NativePart& child, const Place& place) {
+  [stack_ insertArrangedSubview:child.view() atIndex:static_cast<NSInteger>(place.index)];
   // A line has no width of its own.
   if (child.node().kind == ViewNode::Kind::divider)
     [child.view().widthAnchor constraintEqualToAnchor:stack_.widthAnchor].active = YES;
 }
 
-void StackPart::remove(ViewPart& child) { [child.view() removeFromSuperview]; }
+void StackPart::remove(NativePart& child) { [child.view() removeFromSuperview]; }
 
 }  // namespace kelvane

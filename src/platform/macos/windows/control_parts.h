@@ -1,13 +1,11 @@
 // The nodes that have no children: text, toggles, radio groups, buttons, dividers. Main thread.
 #pragma once
 
-#include <optional>
-
-#include "platform/macos/windows/view_part.h"
+#include "platform/macos/windows/native_part.h"
 
 namespace kelvane {
 
-class TextPart : public ViewPart {
+class TextPart : public NativePart {
  public:
   TextPart(const ViewNode& node, ViewContext& context);
 
@@ -16,22 +14,23 @@ class TextPart : public ViewPart {
   NSTextField* label_;
 };
 
-class TogglePart : public ViewPart {
+class TogglePart : public NativePart {
  public:
   TogglePart(const ViewNode& node, ViewContext& context);
 
  private:
   void show() override;
+  void showState();
   KelvaneControlTarget* target_;
   NSButton* button_;
 };
 
 // A label, and one radio button for each option beside it.
-class RadioGroupPart : public ViewPart {
+class RadioGroupPart : public NativePart {
  public:
   RadioGroupPart(const ViewNode& node, ViewContext& context);
 
-  std::optional<double> labelWidth() const override;
+  double labelWidth() const override;
   void setLabelWidth(double width) override;
 
  private:
@@ -44,10 +43,9 @@ class RadioGroupPart : public ViewPart {
   NSStackView* options_;
 };
 
-class ButtonPart : public ViewPart {
+class ButtonPart : public NativePart {
  public:
   ButtonPart(const ViewNode& node, ViewContext& context);
-  void press() const { act(0); }
 
  private:
   void show() override;
@@ -55,7 +53,7 @@ class ButtonPart : public ViewPart {
   NSButton* button_;
 };
 
-class DividerPart : public ViewPart {
+class DividerPart : public NativePart {
  public:
   DividerPart(const ViewNode& node, ViewContext& context);
 

@@ -24,7 +24,7 @@ NSControlStateValue stateOf(bool isOn) {
 }  // namespace
 
 TextPart::TextPart(const ViewNode& node, ViewContext& context)
-    : ViewPart(node, context), label_([NSTextField wrappingLabelWithString:@""]) {
+    : NativePart(node, context), label_([NSTextField wrappingLabelWithString:@""]) {
   label_.selectable = NO;
   label_.preferredMaxLayoutWidth = kLineWidth;
   wrap(label_);
@@ -37,11 +37,10 @@ void TextPart::show() {
 }
 
 TogglePart::TogglePart(const ViewNode& node, ViewContext& context)
-    : ViewPart(node, context), target_(makeTarget([this](NSInteger) {
+    : NativePart(node, context), target_(makeTarget([this](NSInteger) {
         // The click has turned it already.
-        const bool wasOn = this->node().isOn.value_or(false);
-        button_.state = stateOf(wasOn);
-        act(wasOn ? 0 : 1);
+        showState();
+        toggle();
       })) {
   button_ = [NSButton checkboxWithTitle:@"" target:target_ action:@selector(act:)];
   wrap(button_);
@@ -51,15 +50,16 @@ TogglePart::TogglePart(const ViewNode& node, ViewContext& context)
 void TogglePart::show() {
   showFrame();
   button_.title = nsString(node().label);
-  button_.state = stateOf(node().isOn.value_or(false));
+  showState();
 }
 
+void TogglePart::showState() { button_.state = stateOf(node().isOn.value_or(false)); }
+
 RadioGroupPart::RadioGroupPart(const ViewNode& node, ViewContext& context)
-    : ViewPart(node, context),
+    : NativePart(node, context),
       target_(makeTarget([this](NSInteger tag) {
-        const int index = static_cast<int>(tag);
         showSelection();
-        if (this->node().selection != index) act(index);
+        choose(static_cast<int>(tag));
       })),
       label_([NSTextField labelWithString:@""]),
       labelWidth_([label_.widthAnchor constraintEqualToConstant:0]),
@@ -74,8 +74,7 @@ RadioGroupPart::RadioGroupPart(const ViewNode& node, ViewContext& context)
   show();
 }
 
-std::optional<double> RadioGroupPart::labelWidth() const {
-  if (node().equalWidthGroup.empty()) return std::nullopt;
+double RadioGroupPart::labelWidth() const {
   labelWidth_.active = NO;
   return label_.fittingSize.width;
 }
@@ -119,7 +118,7 @@ void RadioGroupPart::showSelection() {
 }
 
 ButtonPart::ButtonPart(const ViewNode& node, ViewContext& context)
-    : ViewPart(node, context), target_(makeTarget([this](NSInteger) { act(0); })) {
+    : NativePart(node, context), target_(makeTarget([this](NSInteger) { press(); })) {
   button_ = [NSButton buttonWithTitle:@"" target:target_ action:@selector(act:)];
   wrap(button_);
   show();
@@ -131,7 +130,7 @@ void ButtonPart::show() {
   button_.keyEquivalent = node().isDefault ? @"\r" : @"";
 }
 
-DividerPart::DividerPart(const ViewNode& node, ViewContext& context) : ViewPart(node, context) {
+DividerPart::DividerPart(const ViewNode& node, ViewContext& context) : NativePart(node, context) {
   NSBox* line = [[NSBox alloc] initWithFrame:NSMakeRect(0, 0, 0, 0)];
   line.boxType = NSBoxSeparator;
   wrap(line);

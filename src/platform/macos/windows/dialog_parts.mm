@@ -1,12 +1,11 @@
 #include "platform/macos/windows/dialog_parts.h"
 
-#include <algorithm>
 #include <cstddef>
-#include <string>
 
 #include "platform/macos/foundation/strings.h"
 #include "platform/macos/windows/container_parts.h"
-#include "platform/macos/windows/control_parts.h"
+#include "platform/macos/windows/native_alert.h"
+#include "platform/portable/alert_run.h"
 
 // A sheet that tells of Escape.
 @interface KelvaneSheet : NSWindow
@@ -37,8 +36,8 @@ NSStackView* makeButtonRow() {
 }  // namespace
 
 SheetPart::SheetPart(const ViewNode& node, ViewContext& context)
-    : ViewPart(node, context),
-      cancelled_([[KelvaneControlTarget alloc] initWithAction:[this](NSInteger) { act(0); }]),
+    : NativePart(node, context),
+      cancelled_([[KelvaneControlTarget alloc] initWithAction:[this](NSInteger) { press(); }]),
       content_(makeColumn()),
       buttons_(makeButtonRow()) {
   KelvaneSheet* sheet = [[KelvaneSheet alloc] initWithContentRect:NSMakeRect(0, 0, 1, 1)
@@ -67,22 +66,15 @@ void SheetPart::appear() {
   [context_.window beginSheet:sheet_ completionHandler:nil];
 }
 
-void SheetPart::place(ViewPart& child, NSInteger index) {
-  const bool isButton = child.node().kind == ViewNode::Kind::button;
-  NSStackView* row = isButton ? buttons_ : content_;
-  // Siblings of the other row come before or after in the tree, but don't count here.
-  const auto last = static_cast<NSInteger>(row.arrangedSubviews.count);
-  [row insertArrangedSubview:child.view() atIndex:std::min(index, last)];
+void SheetPart::place(NativePart& child, const Place& place) {
+  NSStackView* row = place.row == ViewRow::buttons ? buttons_ : content_;
+  [row insertArrangedSubview:child.view() atIndex:static_cast<NSInteger>(place.index)];
 }
 
-void SheetPart::remove(ViewPart& child) { [child.view() removeFromSuperview]; }
+void SheetPart::remove(NativePart& child) { [child.view() removeFromSuperview]; }
 
 AlertPart::AlertPart(const ViewNode& node, ViewContext& context)
-    : ViewPart(node, context),
-      alert_([[NSAlert alloc] init]),
-      self_(std::make_shared<AlertPart*>(this)) {
-  show();
-}
+    : NativePart(node, context), self_(std::make_shared<AlertPart*>(this)) {}
 
 AlertPart::~AlertPart() {
   *self_ = nullptr;
@@ -91,22 +83,22 @@ AlertPart::~AlertPart() {
 
 void AlertPart::show() { alert_.messageText = nsString(node().label); }
 
-void AlertPart::place(ViewPart& child, NSInteger index) {
-  const auto place = std::min(static_cast<std::size_t>(index), children_.size());
-  children_.insert(children_.begin() + static_cast<std::ptrdiff_t>(place), &child);
+void AlertPart::place(NativePart& child, const Place& place) {
+  auto& row = place.row == ViewRow::buttons ? buttons_ : texts_;
+  row.insert(row.begin() + static_cast<std::ptrdiff_t>(place.index), &child);
 }
 
-void AlertPart::remove(ViewPart& child) { std::erase(children_, &child); }
+void AlertPart::remove(NativePart& child) {
+  std::erase(texts_, &child);
+  std::erase(buttons_, &child);
+}
 
 void AlertPart::appear() {
-  if (alert_.window.sheetParent) return;
-  std::string message;
-  for (ViewPart* child : children_) {
-    const ViewNode& each = child->node();
-    if (each.kind == ViewNode::Kind::button) [alert_ addButtonWithTitle:nsString(each.label)];
-    if (each.kind == ViewNode::Kind::text) message += (message.empty() ? "" : "\n") + each.label;
-  }
-  if (!message.empty()) alert_.informativeText = nsString(message);
+  if (alert_) return;
+  ViewNode whole = node();
+  for (const auto* row : {&texts_, &buttons_})
+    for (const NativePart* child : *row) whole.children.push_back(child->node());
+  alert_ = nsAlert(alertOf(whole));
   const std::shared_ptr<AlertPart*> self = self_;
   [alert_ beginSheetModalForWindow:context_.window
                  completionHandler:^(NSModalResponse response) {
@@ -115,14 +107,9 @@ void AlertPart::appear() {
 }
 
 void AlertPart::ended(NSModalResponse response) {
-  NSInteger button = response - NSAlertFirstButtonReturn;
-  for (ViewPart* child : children_) {
-    const auto* part = dynamic_cast<const ButtonPart*>(child);
-    if (!part || button-- != 0) continue;
-    part->press();
-    return;
-  }
-  act(0);
+  const auto button = pressedButton(buttons_.size(), buttonPlace(response));
+  const ViewPart& pressed = button ? *buttons_[*button] : *this;
+  pressed.press();
 }
 
 }  // namespace kelvane

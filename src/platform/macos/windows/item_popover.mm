@@ -3,6 +3,8 @@
 #include <utility>
 
 #include "platform/macos/foundation/strings.h"
+#include "platform/macos/windows/anchor_window.h"
+#include "platform/portable/item_popover.h"
 
 @interface KelvanePopoverWatch : NSObject <NSPopoverDelegate>
 - (instancetype)initWithClosed:(std::function<void()>)closed;
@@ -32,30 +34,6 @@
 namespace kelvane {
 namespace {
 
-const NSRect kAnchorRect = NSMakeRect(0, 0, 20, 1);
-
-// The item's own window may go while the popover is shown; this one stays where the item was.
-NSWindow* makeAnchor(NSView* item) {
-  NSWindow* anchor = [[NSWindow alloc] initWithContentRect:kAnchorRect
-                                                 styleMask:NSWindowStyleMaskBorderless
-                                                   backing:NSBackingStoreBuffered
-                                                     defer:NO];
-  anchor.releasedWhenClosed = NO;
-  anchor.ignoresMouseEvents = YES;
-  anchor.alphaValue = 0;
-  anchor.collectionBehavior =
-      NSWindowCollectionBehaviorStationary | NSWindowCollectionBehaviorIgnoresCycle;
-  anchor.restorable = NO;
-  anchor.canHide = YES;
-  anchor.displaysWhenScreenProfileChanges = YES;
-  [anchor disableSnapshotRestoration];
-  anchor.level = NSStatusWindowLevel;
-  if (NSWindow* window = item.window)
-    [anchor setFrame:[window convertRectToScreen:[item convertRect:item.bounds toView:nil]]
-             display:NO];
-  return anchor;
-}
-
 NSViewController* makeContent(const PopoverContent& content) {
   NSTextField* label = [NSTextField wrappingLabelWithString:nsString(content.text)];
   label.selectable = NO;
@@ -79,7 +57,7 @@ NSViewController* makeContent(const PopoverContent& content) {
 class ItemPopover : public PopoverHandle {
  public:
   ItemPopover(NSView* item, const PopoverContent& content, std::function<void()> closed)
-      : anchor_(makeAnchor(item)), popover_([[NSPopover alloc] init]) {
+      : anchor_([[KelvaneAnchorWindow alloc] initAtItem:item]), popover_([[NSPopover alloc] init]) {
     NSWindow* anchor = anchor_;
     watch_ = [[KelvanePopoverWatch alloc] initWithClosed:[anchor, closed = std::move(closed)] {
       [anchor orderOut:nil];
@@ -89,6 +67,7 @@ class ItemPopover : public PopoverHandle {
     popover_.behavior = NSPopoverBehaviorSemitransient;
     popover_.animates = content.isAnimated;
     popover_.contentViewController = makeContent(content);
+    popover_.contentSize = popover_.contentViewController.view.fittingSize;
     [anchor_ orderFront:nil];
     [popover_ showRelativeToRect:anchor_.contentView.bounds
                           ofView:anchor_.contentView
@@ -113,8 +92,7 @@ class ItemPopover : public PopoverHandle {
 
 std::unique_ptr<PopoverHandle> showItemPopover(NSView* item, const PopoverContent& content,
                                                std::function<void()> closed) {
-  if (!item) return nullptr;
-  if (!item.window.screen && !content.showsWithoutItem) return nullptr;
+  if (!item || !isPopoverShown(content, item.window.screen != nil)) return nullptr;
   return std::make_unique<ItemPopover>(item, content, std::move(closed));
 }
 

@@ -4,88 +4,59 @@
 
 #import <AppKit/AppKit.h>
 
-#include "platform/macos/drawing/ns_image.h"
-#include "platform/macos/foundation/strings.h"
+#include "platform/macos/windows/native_alert.h"
+#include "platform/portable/alert_run.h"
 
 namespace kelvane {
 namespace {
 
-struct Run {
-  NSAlert* alert = nil;
-  std::function<void(int)> done;
-  bool isAborted = false;
-  bool isRunning = false;
+struct ModalRun {
+  NSAlert* alert;
+  AlertRun state;
 };
 
-NSAlertStyle styleOf(AlertStyle style) {
-  switch (style) {
-    case AlertStyle::warning:
-      break;
-    case AlertStyle::informational:
-      return NSAlertStyleInformational;
-    case AlertStyle::critical:
-      return NSAlertStyleCritical;
-  }
-  return NSAlertStyleWarning;
+void run(ModalRun& each) {
+  const NSModalResponse response =
+      each.state.begin() ? [each.alert runModal] : NSModalResponseAbort;
+  each.alert = nil;
+  each.state.end(buttonPlace(response));
 }
 
-NSAlert* makeAlert(const Alert& alert) {
-  NSAlert* made = [[NSAlert alloc] init];
-  made.messageText = nsString(alert.title);
-  if (!alert.message.empty()) made.informativeText = nsString(alert.message);
-  made.alertStyle = styleOf(alert.style);
-  for (const std::string& title : alert.buttons) [made addButtonWithTitle:nsString(title)];
-  // The alert is at least as wide as what it has below its text.
-  if (alert.minimumWidth > 0)
-    made.accessoryView = [[NSView alloc] initWithFrame:NSMakeRect(0, 0, alert.minimumWidth, 0)];
-  if (alert.icon) made.icon = nsImage(*alert.icon);
-  return made;
-}
-
-// The buttons answer with numbers that begin at the first one's.
-int buttonOf(NSModalResponse response) {
-  return response >= NSAlertFirstButtonReturn
-             ? static_cast<int>(response - NSAlertFirstButtonReturn)
-             : 0;
-}
-
-void run(const std::shared_ptr<Run>& each) {
-  int button = 0;
-  if (!each->isAborted) {
-    each->isRunning = true;
-    button = buttonOf([each->alert runModal]);
-    each->isRunning = false;
-  }
-  each->alert = nil;
-  if (const auto done = std::exchange(each->done, nullptr)) done(each->isAborted ? 0 : button);
+// `abortModal` may leave by an exception, which none of the application's functions is to meet.
+void endLoopSoon(std::shared_ptr<ModalRun> each) {
+  NSTimer* timer = [NSTimer
+      timerWithTimeInterval:0
+                    repeats:NO
+                      block:^(NSTimer*) {
+                        if (each->state.isShown() && NSApp.modalWindow == each->alert.window)
+                          [NSApp abortModal];
+                      }];
+  [NSRunLoop.mainRunLoop addTimer:timer forMode:NSModalPanelRunLoopMode];
 }
 
 class ModalAlert : public AlertHandle {
  public:
-  explicit ModalAlert(std::shared_ptr<Run> running) : run_(std::move(running)) {}
+  explicit ModalAlert(std::shared_ptr<ModalRun> run) : run_(std::move(run)) {}
 
   void abort() override {
-    if (run_->isAborted) return;
-    run_->isAborted = true;
-    if (run_->isRunning && NSApp.modalWindow == run_->alert.window) [NSApp abortModal];
+    if (run_->state.abort()) endLoopSoon(run_);
   }
 
  private:
-  std::shared_ptr<Run> run_;
+  std::shared_ptr<ModalRun> run_;
 };
 
 }  // namespace
 
 std::unique_ptr<AlertHandle> showModalAlert(const Alert& alert, std::function<void(int)> done) {
-  const auto running = std::make_shared<Run>();
-  running->alert = makeAlert(alert);
-  running->done = std::move(done);
+  const auto each =
+      std::make_shared<ModalRun>(ModalRun{nsAlert(alert), AlertRun(alert, std::move(done))});
   // Not by the main queue: it would stand still for as long as the alert is shown.
   CFRunLoopPerformBlock(CFRunLoopGetMain(), kCFRunLoopDefaultMode, ^{
-    run(running);
+    run(*each);
   });
   CFRunLoopWakeUp(CFRunLoopGetMain());
-  return std::make_unique<ModalAlert>(running);
+  return std::make_unique<ModalAlert>(each);
 }
 
 }  // namespace kelvane

@@ -1,4 +1,4 @@
-#include "platform/macos/windows/view_part.h"
+#include "platform/macos/windows/native_part.h"
 
 #include <utility>
 
@@ -32,26 +32,7 @@ constexpr double kPadding = 16;  // points, the system's standard one
 
 }  // namespace
 
-ViewPart::ViewPart(const ViewNode& node, ViewContext& context) : context_(context) {
-  node_ = node;
-  node_.children.clear();
-}
-
-void ViewPart::set(const ViewNode& node) {
-  node_ = node;
-  node_.children.clear();
-  show();
-}
-
-void ViewPart::act(int value) const {
-  if (node_.action.empty()) return;
-  const auto acted = context_.acted;
-  const std::string action = node_.action;
-  const std::string id = node_.id;
-  acted(action, id, value);
-}
-
-void ViewPart::wrap(NSView* inner) {
+void NativePart::wrap(NSView* inner) {
   frame_ = [[NSView alloc] initWithFrame:NSMakeRect(0, 0, 0, 0)];
   frame_.translatesAutoresizingMaskIntoConstraints = NO;
   inner.translatesAutoresizingMaskIntoConstraints = NO;
@@ -64,16 +45,16 @@ void ViewPart::wrap(NSView* inner) {
   [NSLayoutConstraint activateConstraints:@[ leading_, trailing_, top_, bottom_ ]];
 }
 
-void ViewPart::showFrame() {
-  leading_.constant = trailing_.constant = kPadding * node_.horizontalPaddings;
-  top_.constant = kPadding * node_.verticalPaddings + node_.paddingTop;
-  bottom_.constant = kPadding * node_.verticalPaddings + node_.paddingBottom;
-  if (node_.width) width_.constant = *node_.width;
-  width_.active = node_.width.has_value();
-  frame_.toolTip = node_.help.empty() ? nil : nsString(node_.help);
+void NativePart::showFrame() {
+  leading_.constant = trailing_.constant = kPadding * node().horizontalPaddings;
+  top_.constant = kPadding * node().verticalPaddings + node().paddingTop;
+  bottom_.constant = kPadding * node().verticalPaddings + node().paddingBottom;
+  if (node().width) width_.constant = *node().width;
+  width_.active = node().width.has_value();
+  frame_.toolTip = node().help.empty() ? nil : nsString(node().help);
 }
 
-std::unique_ptr<ViewPart> makeViewPart(const ViewNode& node, ViewContext& context) {
+std::unique_ptr<NativePart> makeNativePart(const ViewNode& node, ViewContext& context) {
   switch (node.kind) {
     case ViewNode::Kind::text:
       return std::make_unique<TextPart>(node, context);

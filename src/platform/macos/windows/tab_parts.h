@@ -3,19 +3,19 @@
 
 #include <vector>
 
-#include "platform/macos/windows/view_part.h"
+#include "platform/macos/windows/native_part.h"
 
 namespace kelvane {
 
-class TabPart : public ViewPart {
+class TabPart : public NativePart {
  public:
   TabPart(const ViewNode& node, ViewContext& context);
   NSViewController* controller() const override { return controller_; }
   NSTabViewItem* item() const { return item_; }
   // Points; absent: by content.
   void setWidth(std::optional<double> width);
-  void place(ViewPart& child, NSInteger index) override;
-  void remove(ViewPart& child) override;
+  void place(NativePart& child, const Place& place) override;
+  void remove(NativePart& child) override;
 
  private:
   void show() override;
@@ -25,17 +25,18 @@ class TabPart : public ViewPart {
   NSTabViewItem* item_;
 };
 
-class TabsPart : public ViewPart {
+class TabsPart : public NativePart {
  public:
   TabsPart(const ViewNode& node, ViewContext& context);
+  NSView* view() const override { return controller_.view; }
   NSViewController* controller() const override { return controller_; }
-  void place(ViewPart& child, NSInteger index) override;
-  void remove(ViewPart& child) override;
+  void place(NativePart& child, const Place& place) override;
+  void remove(NativePart& child) override;
 
  private:
   void show() override;
   NSTabViewController* controller_;
-  std::vector<TabPart*> tabs_;
+  std::vector<TabPart*> tabs_;  // in any order
 };
 
 }  // namespace kelvane

@@ -18,7 +18,7 @@ NSImage* symbolImage(const std::string& name, const std::string& label) {
 }  // namespace
 
 TabPart::TabPart(const ViewNode& node, ViewContext& context)
-    : ViewPart(node, context),
+    : NativePart(node, context),
       column_(makeColumn()),
       controller_([[NSViewController alloc] init]),
       item_([NSTabViewItem tabViewItemWithViewController:controller_]) {
@@ -33,12 +33,12 @@ void TabPart::setWidth(std::optional<double> width) {
   width_.active = width.has_value();
 }
 
-void TabPart::place(ViewPart& child, NSInteger index) {
-  [column_ insertArrangedSubview:child.view() atIndex:index];
+void TabPart::place(NativePart& child, const Place& place) {
+  [column_ insertArrangedSubview:child.view() atIndex:static_cast<NSInteger>(place.index)];
   [child.view().widthAnchor constraintEqualToAnchor:column_.widthAnchor].active = YES;
 }
 
-void TabPart::remove(ViewPart& child) { [child.view() removeFromSuperview]; }
+void TabPart::remove(NativePart& child) { [child.view() removeFromSuperview]; }
 
 void TabPart::show() {
   showFrame();
@@ -48,8 +48,10 @@ void TabPart::show() {
 }
 
 TabsPart::TabsPart(const ViewNode& node, ViewContext& context)
-    : ViewPart(node, context), controller_([[NSTabViewController alloc] init]) {
+    : NativePart(node, context), controller_([[NSTabViewController alloc] init]) {
   controller_.tabStyle = NSTabViewControllerTabStyleToolbar;
+  // The window's title is its opener's.
+  controller_.canPropagateSelectedChildViewControllerTitle = NO;
   show();
 }
 
@@ -57,16 +59,15 @@ void TabsPart::show() {
   for (TabPart* tab : tabs_) tab->setWidth(node().width);
 }
 
-void TabsPart::place(ViewPart& child, NSInteger index) {
-  auto* tab = dynamic_cast<TabPart*>(&child);
-  if (!tab) return;
-  tab->setWidth(node().width);
-  [controller_ insertTabViewItem:tab->item() atIndex:index];
-  tabs_.push_back(tab);
+void TabsPart::place(NativePart& child, const Place& place) {
+  auto& tab = static_cast<TabPart&>(child);
+  tab.setWidth(node().width);
+  [controller_ insertTabViewItem:tab.item() atIndex:static_cast<NSInteger>(place.index)];
+  tabs_.push_back(&tab);
 }
 
-void TabsPart::remove(ViewPart& child) {
-  if (std::erase_if(tabs_, [&](TabPart* tab) { return tab == &child; }) == 0) return;
+void TabsPart::remove(NativePart& child) {
+  std::erase(tabs_, &child);
   [controller_ removeTabViewItem:static_cast<TabPart&>(child).item()];
 }
 

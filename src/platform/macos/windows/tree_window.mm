@@ -48,6 +48,8 @@ class TreeWindow : public ViewWindow {
     window_.styleMask = NSWindowStyleMaskTitled | NSWindowStyleMaskClosable;
     window_.releasedWhenClosed = NO;
     window_.title = nsString(title);
+    // From which the window takes it again.
+    renderer_.controller().title = window_.title;
     window_.delegate = watch_;
     [window_ center];
     bringToFront();
