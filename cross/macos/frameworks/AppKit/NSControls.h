@@ -78,6 +78,12 @@ typedef struct NSEdgeInsets {
   CGFloat right;
 } NSEdgeInsets;
 
+typedef NS_ENUM(NSInteger, NSStackViewGravity) {
+  NSStackViewGravityTop = 1,
+  NSStackViewGravityLeading = 1,
+  NSStackViewGravityCenter = 2,
+};
+
 @interface NSStackView : NSView
 @property NSUserInterfaceLayoutOrientation orientation;
 @property NSLayoutAttribute alignment;
@@ -87,6 +93,7 @@ typedef struct NSEdgeInsets {
 - (void)addArrangedSubview:(NSView*)view;
 - (void)insertArrangedSubview:(NSView*)view atIndex:(NSInteger)index;
 - (void)removeArrangedSubview:(NSView*)view;
+- (void)insertView:(NSView*)view atIndex:(NSUInteger)index inGravity:(NSStackViewGravity)gravity;
 @end
 
 NS_ASSUME_NONNULL_END

@@ -19,6 +19,12 @@ typedef NS_OPTIONS(NSUInteger, NSWindowCollectionBehavior) {
   NSWindowCollectionBehaviorIgnoresCycle = 1 << 6,
 };
 
+typedef NS_ENUM(NSInteger, NSWindowToolbarStyle) {
+  NSWindowToolbarStyleAutomatic,
+  NSWindowToolbarStyleExpanded,
+  NSWindowToolbarStylePreference,
+} API_AVAILABLE(macos(11.0));
+
 typedef NSInteger NSWindowLevel;
 static const NSWindowLevel NSStatusWindowLevel = 25;
 
@@ -57,6 +63,7 @@ FOUNDATION_EXPORT NSNotificationName const NSWindowDidResizeNotification;
 @property(nullable, readonly, strong) NSScreen* screen;
 @property(readonly) NSRect frame;
 @property NSWindowStyleMask styleMask;
+@property NSWindowToolbarStyle toolbarStyle API_AVAILABLE(macos(11.0));
 @property NSWindowLevel level;
 @property CGFloat alphaValue;
 @property BOOL ignoresMouseEvents;

@@ -70,8 +70,25 @@ typedef NS_ENUM(NSInteger, NSByteCountFormatterCountStyle) {
   NSByteCountFormatterCountStyleDecimal = 2,
 };
 
+@interface NSUnit : NSObject <NSCopying, NSSecureCoding>
+@end
+
+@interface NSDimension : NSUnit
+@end
+
+API_AVAILABLE(macos(10.15))
+@interface NSUnitInformationStorage : NSDimension
+@property(class, readonly, copy) NSUnitInformationStorage* bytes;
+@end
+
+@interface NSMeasurement<UnitType> : NSObject <NSCopying, NSSecureCoding>
+- (instancetype)initWithDoubleValue:(double)value unit:(UnitType)unit NS_DESIGNATED_INITIALIZER;
+@end
+
 @interface NSByteCountFormatter : NSFormatter
-+ (NSString*)stringFromByteCount:(long long)count countStyle:(NSByteCountFormatterCountStyle)style;
++ (NSString*)stringFromMeasurement:(NSMeasurement<NSUnitInformationStorage*>*)measurement
+                        countStyle:(NSByteCountFormatterCountStyle)style
+    API_AVAILABLE(macos(10.15));
 @end
 
 NS_ASSUME_NONNULL_END

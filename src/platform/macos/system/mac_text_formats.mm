@@ -1,6 +1,5 @@
 #include "platform/macos/system/mac_text_formats.h"
 
-#include <algorithm>
 #include <chrono>
 #include <cmath>
 
@@ -55,10 +54,11 @@ std::optional<std::string> MacTextFormats::percent(double ratio) {
 
 std::string MacTextFormats::informationStorage(double bytes) {
   @autoreleasepool {
-    // Below 2^63, beyond which a count has no form; no number counts as 0.
-    const double count = bytes > 0 ? std::min(bytes, 9.0e18) : 0.0;
-    return textOf([NSByteCountFormatter stringFromByteCount:std::llround(count)
-                                                 countStyle:NSByteCountFormatterCountStyleDecimal]);
+    NSMeasurement<NSUnitInformationStorage*>* amount =
+        [[NSMeasurement alloc] initWithDoubleValue:bytes unit:NSUnitInformationStorage.bytes];
+    return textOf([NSByteCountFormatter
+        stringFromMeasurement:amount
+                   countStyle:NSByteCountFormatterCountStyleDecimal]);
   }
 }
 

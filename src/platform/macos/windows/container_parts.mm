@@ -36,7 +36,11 @@ void StackPart::show() {
 }
 
 void StackPart::place(NativePart& child, const Place& place) {
-  [stack_ insertArrangedSubview:child.view() atIndex:static_cast<NSInteger>(place.index)];
+  // A row that is narrower than its room is in the middle of it.
+  const bool isRow = node().kind == ViewNode::Kind::horizontalStack;
+  [stack_ insertView:child.view()
+             atIndex:place.index
+           inGravity:isRow ? NSStackViewGravityCenter : NSStackViewGravityTop];
   // A line has no width of its own.
   if (child.node().kind == ViewNode::Kind::divider)
     [child.view().widthAnchor constraintEqualToAnchor:stack_.widthAnchor].active = YES;

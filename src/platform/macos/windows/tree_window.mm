@@ -46,6 +46,8 @@ class TreeWindow : public ViewWindow {
     context_.window = window_;
     // Neither a second size nor a place in the Dock.
     window_.styleMask = NSWindowStyleMaskTitled | NSWindowStyleMaskClosable;
+    // Tabs with their pictures above their names, in the middle.
+    if (@available(macOS 11, *)) window_.toolbarStyle = NSWindowToolbarStylePreference;
     window_.releasedWhenClosed = NO;
     window_.title = nsString(title);
     // From which the window takes it again.
