@@ -60,7 +60,10 @@ MacStatusItem::~MacStatusItem() {
 }
 
 void MacStatusItem::setBehavior(StatusItemBehavior behavior) {
-  // The bits are AppKit's.
+  static_assert(NSUInteger(StatusItemBehavior::removalAllowed) ==
+                NSStatusItemBehaviorRemovalAllowed);
+  static_assert(NSUInteger(StatusItemBehavior::terminationOnRemoval) ==
+                NSStatusItemBehaviorTerminationOnRemoval);
   item_.behavior = static_cast<NSStatusItemBehavior>(behavior);
 }
 

@@ -9,7 +9,9 @@ NSAlert* nsAlert(const Alert& alert) {
   NSAlert* made = [[NSAlert alloc] init];
   made.messageText = nsString(alert.title);
   if (!alert.message.empty()) made.informativeText = nsString(alert.message);
-  // The numbers are AppKit's.
+  static_assert(NSUInteger(AlertStyle::warning) == NSAlertStyleWarning &&
+                NSUInteger(AlertStyle::informational) == NSAlertStyleInformational &&
+                NSUInteger(AlertStyle::critical) == NSAlertStyleCritical);
   made.alertStyle = static_cast<NSAlertStyle>(alert.style);
   for (const std::string& title : alert.buttons) [made addButtonWithTitle:nsString(title)];
   // The alert is at least as wide as what it has below its text.

@@ -2,20 +2,9 @@
 
 #include "platform/macos/foundation/strings.h"
 #include "platform/macos/windows/container_parts.h"
+#include "platform/macos/windows/symbols.h"
 
 namespace kelvane {
-namespace {
-
-// Systems before the named symbols have a picture of their own for the first of them only.
-NSImage* symbolImage(const std::string& name, const std::string& label) {
-  if (name.empty()) return nil;
-  if (@available(macOS 11, *))
-    return [NSImage imageWithSystemSymbolName:nsString(name)
-                     accessibilityDescription:nsString(label)];
-  return name == "gearshape" ? [NSImage imageNamed:NSImageNamePreferencesGeneral] : nil;
-}
-
-}  // namespace
 
 TabPart::TabPart(const ViewNode& node, ViewContext& context)
     : NativePart(node, context),
