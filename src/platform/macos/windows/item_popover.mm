@@ -6,26 +6,65 @@
 #include "platform/macos/windows/anchor_window.h"
 #include "platform/portable/item_popover.h"
 
-@interface KelvanePopoverWatch : NSObject <NSPopoverDelegate>
-- (instancetype)initWithClosed:(std::function<void()>)closed;
-- (void)stop;
+// Lives on until its popover has closed, which takes a moment where that is animated.
+@interface KelvaneItemPopover : NSObject <NSPopoverDelegate>
+- (instancetype)initWithController:(NSViewController*)controller
+                          animates:(BOOL)animates
+                            closed:(std::function<void()>)closed;
+- (void)showAtItem:(NSView*)item;
+- (void)close;
+// Nobody is told of the end from here on.
+- (void)forgetClosed;
 @end
 
-@implementation KelvanePopoverWatch {
+@implementation KelvaneItemPopover {
+  NSPopover* popover_;
+  KelvaneAnchorWindow* anchor_;
   std::function<void()> closed_;
+  KelvaneItemPopover* untilClosed_;
 }
 
-- (instancetype)initWithClosed:(std::function<void()>)closed {
-  if ((self = [super init])) closed_ = std::move(closed);
+- (instancetype)initWithController:(NSViewController*)controller
+                          animates:(BOOL)animates
+                            closed:(std::function<void()>)closed {
+  if ((self = [super init])) {
+    closed_ = std::move(closed);
+    popover_ = [[NSPopover alloc] init];
+    popover_.contentViewController = controller;
+    popover_.contentSize = controller.view.fittingSize;
+    popover_.behavior = NSPopoverBehaviorSemitransient;
+    popover_.animates = animates;
+    popover_.delegate = self;
+  }
   return self;
 }
 
-- (void)stop {
+- (void)dealloc {
+  [anchor_ orderOut:nil];
+}
+
+- (void)showAtItem:(NSView*)item {
+  anchor_ = [[KelvaneAnchorWindow alloc] initAtItem:item];
+  [anchor_ orderFront:nil];
+  NSView* view = anchor_.contentView;
+  [popover_ showRelativeToRect:view.bounds ofView:view preferredEdge:NSRectEdgeMinY];
+  if (popover_.shown) untilClosed_ = self;
+}
+
+- (void)close {
+  [popover_ close];
+}
+
+- (void)forgetClosed {
   closed_ = nullptr;
 }
 
 - (void)popoverDidClose:(NSNotification*)notification {
   (void)notification;
+  // Until the end of this.
+  __attribute__((objc_precise_lifetime)) KelvaneItemPopover* kept =
+      std::exchange(untilClosed_, nil);
+  [anchor_ orderOut:nil];
   if (const auto closed = std::exchange(closed_, nullptr)) closed();
 }
 
@@ -34,7 +73,7 @@
 namespace kelvane {
 namespace {
 
-NSViewController* makeContent(const PopoverContent& content) {
+NSViewController* makeController(const PopoverContent& content) {
   NSTextField* label = [NSTextField wrappingLabelWithString:nsString(content.text)];
   label.selectable = NO;
   label.preferredMaxLayoutWidth = content.maximumTextWidth;
@@ -56,36 +95,16 @@ NSViewController* makeContent(const PopoverContent& content) {
 
 class ItemPopover : public PopoverHandle {
  public:
-  ItemPopover(NSView* item, const PopoverContent& content, std::function<void()> closed)
-      : anchor_([[KelvaneAnchorWindow alloc] initAtItem:item]), popover_([[NSPopover alloc] init]) {
-    NSWindow* anchor = anchor_;
-    watch_ = [[KelvanePopoverWatch alloc] initWithClosed:[anchor, closed = std::move(closed)] {
-      [anchor orderOut:nil];
-      if (closed) closed();
-    }];
-    popover_.delegate = watch_;
-    popover_.behavior = NSPopoverBehaviorSemitransient;
-    popover_.animates = content.isAnimated;
-    popover_.contentViewController = makeContent(content);
-    popover_.contentSize = popover_.contentViewController.view.fittingSize;
-    [anchor_ orderFront:nil];
-    [popover_ showRelativeToRect:anchor_.contentView.bounds
-                          ofView:anchor_.contentView
-                   preferredEdge:NSRectEdgeMinY];
-  }
-
+  explicit ItemPopover(KelvaneItemPopover* popover) : popover_(popover) {}
   ~ItemPopover() override {
-    [watch_ stop];
+    [popover_ forgetClosed];
     [popover_ close];
-    [anchor_ orderOut:nil];
   }
 
   void close() override { [popover_ close]; }
 
  private:
-  NSWindow* anchor_;
-  NSPopover* popover_;
-  KelvanePopoverWatch* watch_ = nil;
+  KelvaneItemPopover* popover_;
 };
 
 }  // namespace
@@ -93,7 +112,12 @@ class ItemPopover : public PopoverHandle {
 std::unique_ptr<PopoverHandle> showItemPopover(NSView* item, const PopoverContent& content,
                                                std::function<void()> closed) {
   if (!item || !isPopoverShown(content, item.window.screen != nil)) return nullptr;
-  return std::make_unique<ItemPopover>(item, content, std::move(closed));
+  KelvaneItemPopover* popover =
+      [[KelvaneItemPopover alloc] initWithController:makeController(content)
+                                            animates:content.isAnimated
+                                              closed:std::move(closed)];
+  [popover showAtItem:item];
+  return std::make_unique<ItemPopover>(popover);
 }
 
 }  // namespace kelvane
