@@ -69,10 +69,6 @@ FOUNDATION_EXPORT NSNotificationName const NSProcessInfoPowerStateDidChangeNotif
                             object:(nullable id)object
                              queue:(nullable NSOperationQueue*)queue
                         usingBlock:(void (^)(NSNotification* notification))block;
-- (void)addObserver:(id)observer
-           selector:(SEL)selector
-               name:(nullable NSNotificationName)name
-             object:(nullable id)object;
 - (void)removeObserver:(id)observer;
 @end
 

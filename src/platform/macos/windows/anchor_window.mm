@@ -5,6 +5,7 @@
 
 @implementation KelvaneAnchorWindow {
   __weak NSView* item_;
+  NSMutableArray<id<NSObject>>* notices_;
 }
 
 - (instancetype)initAtItem:(NSView*)item {
@@ -14,6 +15,7 @@
                                  backing:NSBackingStoreBuffered
                                    defer:NO])) {
     item_ = item;
+    notices_ = [NSMutableArray arrayWithCapacity:2];
     self.releasedWhenClosed = NO;
     self.ignoresMouseEvents = YES;
     self.alphaValue = 0;
@@ -24,22 +26,28 @@
     self.displaysWhenScreenProfileChanges = YES;
     [self disableSnapshotRestoration];
     self.level = NSStatusWindowLevel;
-    [self follow:nil];
-    for (NSNotificationName name in @[ NSWindowDidMoveNotification, NSWindowDidResizeNotification ])
-      [NSNotificationCenter.defaultCenter addObserver:self
-                                             selector:@selector(follow:)
-                                                 name:name
-                                               object:item.window];
+    [self follow];
+    [self followAfter:NSWindowDidMoveNotification];
+    [self followAfter:NSWindowDidResizeNotification];
   }
   return self;
 }
 
 - (void)dealloc {
-  [NSNotificationCenter.defaultCenter removeObserver:self];
+  for (id<NSObject> notice in notices_) [NSNotificationCenter.defaultCenter removeObserver:notice];
 }
 
-- (void)follow:(NSNotification*)notification {
-  (void)notification;
+- (void)followAfter:(NSNotificationName)name {
+  __weak KelvaneAnchorWindow* weakSelf = self;
+  [notices_ addObject:[NSNotificationCenter.defaultCenter addObserverForName:name
+                                                                      object:item_.window
+                                                                       queue:nil
+                                                                  usingBlock:^(NSNotification*) {
+                                                                    [weakSelf follow];
+                                                                  }]];
+}
+
+- (void)follow {
   NSView* item = item_;
   NSWindow* window = item.window;
   if (!window) return;

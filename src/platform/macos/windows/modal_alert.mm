@@ -22,16 +22,20 @@ void run(ModalRun& each) {
   each.state.end(buttonPlace(response));
 }
 
-// `abortModal` may leave by an exception, which none of the application's functions is to meet.
-void endLoopSoon(std::shared_ptr<ModalRun> each) {
-  NSTimer* timer = [NSTimer
-      timerWithTimeInterval:0
-                    repeats:NO
-                      block:^(NSTimer*) {
-                        if (each->state.isShown() && NSApp.modalWindow == each->alert.window)
-                          [NSApp abortModal];
-                      }];
-  [NSRunLoop.mainRunLoop addTimer:timer forMode:NSModalPanelRunLoopMode];
+// By a timer of its own: nothing else that the loop has to do then waits for the alert, or is left
+// by the exception that ends one.
+void soon(NSRunLoopMode mode, const std::shared_ptr<ModalRun>& each, void (*job)(ModalRun&)) {
+  const auto kept = each;
+  NSTimer* timer = [NSTimer timerWithTimeInterval:0
+                                          repeats:NO
+                                            block:^(NSTimer*) {
+                                              job(*kept);
+                                            }];
+  [NSRunLoop.mainRunLoop addTimer:timer forMode:mode];
+}
+
+void endLoop(ModalRun& each) {
+  if (each.state.isShown() && NSApp.modalWindow == each.alert.window) [NSApp abortModal];
 }
 
 class ModalAlert : public AlertHandle {
@@ -39,7 +43,7 @@ class ModalAlert : public AlertHandle {
   explicit ModalAlert(std::shared_ptr<ModalRun> run) : run_(std::move(run)) {}
 
   void abort() override {
-    if (run_->state.abort()) endLoopSoon(run_);
+    if (run_->state.abort()) soon(NSModalPanelRunLoopMode, run_, endLoop);
   }
 
  private:
@@ -51,11 +55,7 @@ class ModalAlert : public AlertHandle {
 std::unique_ptr<AlertHandle> showModalAlert(const Alert& alert, std::function<void(int)> done) {
   const auto each =
       std::make_shared<ModalRun>(ModalRun{nsAlert(alert), AlertRun(alert, std::move(done))});
-  // Not by the main queue: it would stand still for as long as the alert is shown.
-  CFRunLoopPerformBlock(CFRunLoopGetMain(), kCFRunLoopDefaultMode, ^{
-    run(*each);
-  });
-  CFRunLoopWakeUp(CFRunLoopGetMain());
+  soon(NSDefaultRunLoopMode, each, run);
   return std::make_unique<ModalAlert>(each);
 }
 
