@@ -8,6 +8,7 @@
 #import <Foundation/Foundation.h>
 
 #include "platform/macos/foundation/property_objects.h"
+#include "platform/macos/foundation/strings.h"
 #include "platform/macos/preferences/preference_change.h"
 #include "platform/portable/preference_observers.h"
 
