@@ -95,8 +95,9 @@ class MacPreferences::Impl {
   }
 
  private:
-  static void tell(const std::weak_ptr<PreferenceObservers>& weakObservers, const std::string& key,
-                   const PreferenceChange& change) {
+  // By value: a block that outlives the call would keep references.
+  static void tell(std::weak_ptr<PreferenceObservers> weakObservers, std::string key,
+                   PreferenceChange change) {
     if (ownChanges > 0 || NSThread.isMainThread) {
       if (const auto observers = weakObservers.lock()) observers->notify(key, change);
       return;
