@@ -67,7 +67,8 @@ class ModalAlert : public AlertHandle {
   void abort() override {
     if (run_->isAborted) return;
     run_->isAborted = true;
-    if (run_->isRunning && NSApp.modalWindow == run_->alert.window) [NSApp abortModal];
+    if (run_->isRunning && NSApp.modalWindow == run_->alert.window)
+      [NSApp stopModalWithCode:NSModalResponseAbort];
   }
 
  private:
@@ -80,11 +81,14 @@ std::unique_ptr<AlertHandle> showModalAlert(const Alert& alert, std::function<vo
   const auto running = std::make_shared<Run>();
   running->alert = makeAlert(alert);
   running->done = std::move(done);
-  // Not by the main queue: it would stand still for as long as the alert is shown.
-  CFRunLoopPerformBlock(CFRunLoopGetMain(), kCFRunLoopDefaultMode, ^{
-    run(running);
-  });
-  CFRunLoopWakeUp(CFRunLoopGetMain());
+  // By a timer: the main queue, and what else the loop was given to perform, would stand still for
+  // as long as the alert is shown.
+  NSTimer* timer = [NSTimer timerWithTimeInterval:0
+                                          repeats:NO
+                                            block:^(NSTimer*) {
+                                              run(running);
+                                            }];
+  [NSRunLoop.mainRunLoop addTimer:timer forMode:NSDefaultRunLoopMode];
   return std::make_unique<ModalAlert>(running);
 }
 
