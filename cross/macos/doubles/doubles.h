@@ -89,6 +89,17 @@ void act(id target, SEL action, id sender);
 // The user's choice in the alert that is shown.
 void press(int button);
 
+// --- Notifications and login items.
+
+struct Services {
+  bool isInBundle = true;  // else asking for the notification centre throws
+  UNNotificationRequest* posted;
+  NSArray* jobs;  // nil: the list can't be had
+  bool acceptsLoginItems = true;
+  std::vector<std::string> log;  // what else was asked of them
+};
+Services& services();
+
 // --- The status bar.
 
 struct StatusBar {

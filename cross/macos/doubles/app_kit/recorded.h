@@ -14,7 +14,7 @@ NS_ASSUME_NONNULL_BEGIN
 @property(strong) NSMutableArray<NSTrackingArea*>* kelvaneTrackingAreas;
 @property(strong) NSMutableArray<NSGestureRecognizer*>* kelvaneRecognizers;
 // A view at the top of it.
-- (void)kelvanePutIntoWindow:(NSWindow*)window;
+- (void)kelvanePutIntoWindow:(nullable NSWindow*)window;
 @end
 
 @interface NSTrackingArea ()
@@ -31,6 +31,7 @@ NS_ASSUME_NONNULL_BEGIN
 @interface NSPopover ()
 @property(readwrite, getter=isShown) BOOL shown;
 @property NSRectEdge kelvaneEdge;
+@property(nullable, strong) NSView* kelvaneView;  // where it is shown
 @end
 
 @interface NSScreen ()

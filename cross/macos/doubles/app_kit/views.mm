@@ -52,9 +52,9 @@
   [view viewDidMoveToSuperview];
 }
 - (void)removeFromSuperview {
-  NSView* self_ = self;  // the superview may have been the last to hold it
-  [superview_->kept_ removeObject:self_];
+  NSView* superview = superview_;
   superview_ = nil;
+  if (superview) [superview->kept_ removeObject:self];
 }
 - (void)viewDidMoveToSuperview {
 }
@@ -198,8 +198,10 @@
 
 NSNotificationName const NSWindowDidChangeBackingPropertiesNotification = @"backing properties";
 
-@implementation NSWindow
-@dynamic appearance, effectiveAppearance;
+@implementation NSWindow {
+  NSView* contentView_;
+}
+@dynamic appearance, effectiveAppearance, contentView;
 - (instancetype)initWithContentRect:(NSRect)rect
                           styleMask:(NSWindowStyleMask)style
                             backing:(NSBackingStoreType)backing
@@ -210,6 +212,17 @@ NSNotificationName const NSWindowDidChangeBackingPropertiesNotification = @"back
     self.contentView = [[NSView alloc] init];
   }
   return self;
+}
+// Its view stays in it for as long as it lives.
+- (void)setContentView:(NSView*)view {
+  contentView_ = view;
+  [view kelvanePutIntoWindow:self];
+}
+- (NSView*)contentView {
+  return contentView_;
+}
+- (void)dealloc {
+  [contentView_ kelvanePutIntoWindow:nil];
 }
 - (void)disableSnapshotRestoration {
 }
@@ -231,7 +244,8 @@ NSNotificationName const NSWindowDidChangeBackingPropertiesNotification = @"back
 
 @implementation NSPopover
 - (void)showRelativeToRect:(NSRect)rect ofView:(NSView*)view preferredEdge:(NSRectEdge)edge {
-  (void)rect, (void)view;
+  (void)rect;
+  self.kelvaneView = view;
   self.shown = YES;
   self.kelvaneEdge = edge;
   kelvane::doubles::application().popover = self;
