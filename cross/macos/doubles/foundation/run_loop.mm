@@ -78,9 +78,14 @@ void doBlocks(NSString* mode) {
 void doTimers(NSString* mode) {
   for (const auto timers = loop->timers; NSTimer * timer : timers) {
     if (!timer->isValid_ || timer->due_ > loop->now || !matches(timer->mode_, mode)) continue;
-    void (^block)(NSTimer*) = timer->block_;
     timer->due_ += timer->interval_;
-    if (!timer->repeats_) [timer invalidate];
+    // Who invalidates a timer while its block runs must not count on the block.
+    __unsafe_unretained void (^block)(NSTimer*) = timer->block_;
+    __attribute__((objc_precise_lifetime, unused)) void (^once)(NSTimer*);
+    if (!timer->repeats_) {
+      once = block;
+      [timer invalidate];
+    }
     block(timer);
   }
 }
@@ -260,7 +265,7 @@ void dispatch_async(dispatch_queue_t, dispatch_block_t block) {
   loop->jobs.push_back(block);
 }
 dispatch_time_t dispatch_time(dispatch_time_t, int64_t delta) {
-  return static_cast<dispatch_time_t>(delta);
+  return delta > 0 ? static_cast<dispatch_time_t>(delta) : 0;
 }
 void dispatch_after(dispatch_time_t when, dispatch_queue_t, dispatch_block_t block) {
   dispatch_block_t copy = block;

@@ -42,6 +42,15 @@ struct IvarList {
   std::uint32_t count;
   Ivar first[1];
 };
+struct Property {
+  const char* name;
+  const char* attributes;
+};
+struct PropertyList {
+  std::uint32_t entrySize;
+  std::uint32_t count;
+  Property first[1];
+};
 struct ClassData {
   std::uint32_t flags;
   std::uint32_t instanceStart;
@@ -51,6 +60,8 @@ struct ClassData {
   MethodList* methods;
   const void* protocols;
   IvarList* ivars;
+  const void* weakLayout;
+  PropertyList* properties;
 };
 struct Class {
   Class* isa;

@@ -83,6 +83,7 @@ TEST_F(MacRunLoopTest, TerminateEndsTheRunAfterThePresentJobWithItsCode) {
     note("rest of the job")();
   });
   EXPECT_EQ(loop.run(), 3);
+  EXPECT_EQ(doubles::timersRunning(), 0);
   EXPECT_THAT(take(), ElementsAre("rest of the job"));
 }
 
