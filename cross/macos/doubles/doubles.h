@@ -83,6 +83,8 @@ int powerListeners();
 struct Application {
   NSAlert* alert;      // the one that is shown
   NSPopover* popover;  // the same
+  NSWindow* front;     // the window that was brought to the front last
+  NSWindow* sheet;     // what is shown over it
 };
 Application& application();
 void act(id target, SEL action, id sender);

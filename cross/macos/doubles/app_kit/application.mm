@@ -120,6 +120,15 @@ using namespace kelvane::doubles;
   self.buttons = buttons;
   return button;
 }
+- (void)beginSheetModalForWindow:(NSWindow*)window
+               completionHandler:(void (^)(NSModalResponse))handler {
+  application().alert = self;
+  [window beginSheet:self.window
+      completionHandler:^(NSModalResponse answer) {
+        application().alert = nil;
+        if (handler) handler(answer);
+      }];
+}
 - (NSModalResponse)runModal {
   application().alert = self;
   const NSModalResponse answer = [NSApp kelvaneRunModal:self.window];
@@ -129,6 +138,9 @@ using namespace kelvane::doubles;
 @end
 
 void kelvane::doubles::press(int button) {
-  if (!application().alert) kelvane::objc::fail("no alert is shown");
+  NSWindow* window = application().alert.window;
+  if (!window) kelvane::objc::fail("no alert is shown");
+  if (window.sheetParent)
+    return [window.sheetParent kelvaneEndSheet:window answer:NSAlertFirstButtonReturn + button];
   [NSApp stopModalWithCode:NSAlertFirstButtonReturn + button];
 }

@@ -83,6 +83,12 @@ NSAppearanceName const NSAppearanceNameVibrantDark = @"vibrant dark";
   image.kelvaneDrawing = drawingHandler;
   return image;
 }
++ (instancetype)imageWithSystemSymbolName:(NSString*)name
+                 accessibilityDescription:(NSString*)description {
+  NSImage* image = [[NSImage alloc] init];
+  image.accessibilityDescription = [name stringByAppendingString:description];
+  return image;
+}
 - (BOOL)isTemplate {
   return isTemplate_;
 }

@@ -42,6 +42,10 @@ NS_ASSUME_NONNULL_BEGIN
 @property(readwrite, getter=isVisible) BOOL visible;
 @property(readwrite) CGFloat backingScaleFactor;
 @property(nullable, readwrite, strong) NSScreen* screen;
+@property(nullable, readwrite, strong) NSWindow* sheetParent;
+// What hears of the end of a sheet.
+@property(nullable, copy) void (^kelvaneEnded)(NSModalResponse);
+- (void)kelvaneEndSheet:(NSWindow*)sheet answer:(NSModalResponse)answer;
 @end
 
 @interface NSColor ()

@@ -167,6 +167,12 @@
 @end
 
 @implementation NSButton
++ (instancetype)checkboxWithTitle:(NSString*)title target:(id)target action:(SEL)action {
+  return [self buttonWithTitle:title target:target action:action];
+}
++ (instancetype)radioButtonWithTitle:(NSString*)title target:(id)target action:(SEL)action {
+  return [self buttonWithTitle:title target:target action:action];
+}
 + (instancetype)buttonWithTitle:(NSString*)title target:(id)target action:(SEL)action {
   NSButton* button = [[self alloc] init];
   button.title = title;
@@ -193,52 +199,6 @@
 @implementation NSScreen
 + (NSScreen*)mainScreen {
   return nil;
-}
-@end
-
-NSNotificationName const NSWindowDidChangeBackingPropertiesNotification = @"backing properties";
-
-@implementation NSWindow {
-  NSView* contentView_;
-}
-@dynamic appearance, effectiveAppearance, contentView;
-- (instancetype)initWithContentRect:(NSRect)rect
-                          styleMask:(NSWindowStyleMask)style
-                            backing:(NSBackingStoreType)backing
-                              defer:(BOOL)flag {
-  (void)rect, (void)backing, (void)flag;
-  if ((self = [super init])) {
-    self.styleMask = style;
-    self.contentView = [[NSView alloc] init];
-  }
-  return self;
-}
-// Its view stays in it for as long as it lives.
-- (void)setContentView:(NSView*)view {
-  contentView_ = view;
-  [view kelvanePutIntoWindow:self];
-}
-- (NSView*)contentView {
-  return contentView_;
-}
-- (void)dealloc {
-  [contentView_ kelvanePutIntoWindow:nil];
-}
-- (void)disableSnapshotRestoration {
-}
-- (NSRect)convertRectToScreen:(NSRect)rect {
-  return rect;
-}
-- (void)setFrame:(NSRect)frame display:(BOOL)flag {
-  (void)frame, (void)flag;
-}
-- (void)orderFront:(id)sender {
-  (void)sender;
-  self.visible = YES;
-}
-- (void)orderOut:(id)sender {
-  (void)sender;
-  self.visible = NO;
 }
 @end
 
