@@ -44,12 +44,6 @@ using namespace kelvane::doubles;
 @end
 
 @implementation NSResponder
-- (void)mouseEntered:(NSEvent*)event {
-  (void)event;
-}
-- (void)mouseExited:(NSEvent*)event {
-  (void)event;
-}
 @end
 
 @implementation NSApplication

@@ -40,8 +40,6 @@ NSAppearanceName const NSAppearanceNameVibrantDark = @"vibrant dark";
   color.kelvaneParts = @[ @(red), @(green), @(blue), @(alpha) ];
   return color;
 }
-- (void)set {
-}
 @end
 
 @implementation NSFont
@@ -94,12 +92,6 @@ NSAppearanceName const NSAppearanceNameVibrantDark = @"vibrant dark";
 }
 - (void)setTemplate:(BOOL)isTemplate {
   isTemplate_ = isTemplate;
-}
-- (void)drawInRect:(NSRect)rect
-          fromRect:(NSRect)source
-         operation:(NSCompositingOperation)operation
-          fraction:(CGFloat)delta {
-  (void)rect, (void)source, (void)operation, (void)delta;
 }
 @end
 

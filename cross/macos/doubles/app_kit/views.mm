@@ -58,10 +58,6 @@
 }
 - (void)viewDidMoveToSuperview {
 }
-- (NSView*)hitTest:(NSPoint)point {
-  (void)point;
-  return self;
-}
 - (NSRect)convertRect:(NSRect)rect toView:(NSView*)view {
   (void)view;
   return rect;
@@ -203,6 +199,10 @@
 @end
 
 @implementation NSPopover
+- (instancetype)init {
+  if ((self = [super init])) self.animates = YES;
+  return self;
+}
 - (void)showRelativeToRect:(NSRect)rect ofView:(NSView*)view preferredEdge:(NSRectEdge)edge {
   (void)rect;
   self.kelvaneView = view;
@@ -210,18 +210,19 @@
   self.kelvaneEdge = edge;
   kelvane::doubles::application().popover = self;
 }
-// Its delegate hears of it in a later turn, when it has faded.
+// Its delegate hears of it when it has faded, or else at once.
 - (void)close {
   if (!self.shown) return;
   self.shown = NO;
   NSPopover* closed = self;
-  kelvane::doubles::afterwards(0.1, [closed] {
+  const auto gone = [closed] {
     NSNotification* notification = [[NSNotification alloc] init];
     notification.object = closed;
     if ([closed.delegate respondsToSelector:@selector(popoverDidClose:)])
       [closed.delegate popoverDidClose:notification];
     if (kelvane::doubles::application().popover == closed)
       kelvane::doubles::application().popover = nil;
-  });
+  };
+  self.animates ? kelvane::doubles::afterwards(0.1, gone) : gone();
 }
 @end

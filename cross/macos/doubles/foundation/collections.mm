@@ -25,9 +25,6 @@ NSUInteger enumerate(const std::vector<id>& items, unsigned long* changes,
 + (instancetype)array {
   return [[self alloc] init];
 }
-+ (instancetype)arrayWithObject:(id)object {
-  return [self arrayWithObjects:&object count:1];
-}
 + (instancetype)arrayWithObjects:(id const[])objects count:(NSUInteger)count {
   NSArray* array = [[self alloc] init];
   array->items_.assign(objects, objects + count);
@@ -41,9 +38,6 @@ NSUInteger enumerate(const std::vector<id>& items, unsigned long* changes,
 }
 - (id)lastObject {
   return items_.empty() ? nil : items_.back();
-}
-- (id)objectAtIndex:(NSUInteger)index {
-  return items_.at(index);
 }
 - (id)objectAtIndexedSubscript:(NSUInteger)index {
   return items_.at(index);
@@ -89,10 +83,6 @@ NSUInteger enumerate(const std::vector<id>& items, unsigned long* changes,
 - (void)removeObject:(id)object {
   ++changes_;
   std::erase_if(items_, [&](id each) { return [each isEqual:object] != 0; });
-}
-- (void)removeObjectAtIndex:(NSUInteger)index {
-  ++changes_;
-  items_.erase(items_.begin() + static_cast<std::ptrdiff_t>(index));
 }
 - (void)removeAllObjects {
   ++changes_;

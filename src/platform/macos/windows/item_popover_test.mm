@@ -22,6 +22,7 @@ class ItemPopoverTest : public ::testing::Test {
 TEST_F(ItemPopoverTest, NeedsAnItemOnAScreenUnlessItIsToldOtherwise) {
   EXPECT_EQ(show(), nullptr);
   EXPECT_NE(show({.showsWithoutItem = true}), nullptr);
+  EXPECT_NE(show({.isAnimated = false, .showsWithoutItem = true}), nullptr);
   NSWindow* window = [[NSWindow alloc] init];
   [item kelvanePutIntoWindow:window];
   EXPECT_EQ(show(), nullptr) << "in a window on no screen";
@@ -52,10 +53,11 @@ TEST_F(ItemPopoverTest, TellsOnceThatItClosedAndTakesItsAnchorAway) {
 
 TEST_F(ItemPopoverTest, TheCallbackMayDestroyItsOwnHandle) {
   std::unique_ptr<PopoverHandle> handle;
-  handle = showItemPopover(item, {.showsWithoutItem = true}, [&] {
-    handle.reset();
-    ++closed;
-  });
+  handle = showItemPopover(item, {.showsWithoutItem = true},
+                           [this, &handle, own = std::make_shared<int>(1)] {
+                             handle.reset();
+                             closed += *own;
+                           });
   [popover() close];
   doubles::runFor(1);
   EXPECT_EQ(closed, 1);
