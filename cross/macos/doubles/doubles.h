@@ -85,6 +85,7 @@ struct Application {
   NSPopover* popover;  // the same
   NSWindow* front;     // the window that was brought to the front last
   NSWindow* sheet;     // what is shown over it
+  int activations = 0;
 };
 Application& application();
 void act(id target, SEL action, id sender);

@@ -63,6 +63,9 @@ using namespace kelvane::doubles;
   isStopped_ = false;
   runLoopUntil(NSDefaultRunLoopMode, [self] { return takeEventHandled() && isStopped_; });
 }
+- (void)activateIgnoringOtherApps:(BOOL)flag {
+  application().activations += flag;
+}
 - (void)stop:(id)sender {
   (void)sender;
   isStopped_ = true;

@@ -51,10 +51,11 @@ TEST_F(MacRunLoopTest, DelaysThatNoClockHoldsAreBounded) {
 TEST_F(MacRunLoopTest, TimersRunInEveryModeUntilTheyAreDestroyed) {
   auto once = loop.startTimer(2, false, note("once"));
   int beats = 0;
-  std::unique_ptr<Timer> repeating = loop.startTimer(1, true, [&] {
+  std::unique_ptr<Timer> repeating;
+  repeating = loop.startTimer(1, true, [&, own = std::make_shared<std::string>("beat")] {
     // Destroys itself, and this closure with it, in the middle of the job.
     if (++beats == 3) repeating.reset();
-    note("beat")();
+    note (*own)();
   });
   doubles::runFor(10);
   EXPECT_THAT(take(), ElementsAre("beat", "once", "beat", "beat"));

@@ -109,7 +109,7 @@ TEST_F(HoverViewTest, GoesSilentlyWithTheItem) {
   item.reset();
   EXPECT_FALSE(shown.shown);
   doubles::runFor(1);
-  [kept mouseEntered:[[NSEvent alloc] init]];
+  [kept mouseExited:[[NSEvent alloc] init]];
   EXPECT_THAT(take(), IsEmpty());
   EXPECT_EQ(kept.superview, nil);
 }

@@ -157,13 +157,14 @@ TEST_F(MacStatusItemTest, TellsOfClicksUntilTheObservationEnds) {
   int clicks = 0;
   std::unique_ptr<StatusItemObservation> once;
   const auto always = item->observeClicks([&] { ++clicks; });
-  once = item->observeClicks([&] {
-    ++clicks;
+  once = item->observeClicks([&, own = std::make_shared<int>(1)] {
     once.reset();
+    clicks += *own;
   });
   doubles::click(button());
   doubles::click(button());
   EXPECT_EQ(clicks, 3);
+  EXPECT_EQ(button().kelvaneRecognizers.count, 1U);
 }
 
 }  // namespace

@@ -22,12 +22,18 @@ class TreeWindowTest : public ::testing::Test {
   void open(std::vector<ViewNode> children) {
     window = openTreeWindow(
         "Settings", {.kind = Kind::verticalStack, .id = "root", .children = std::move(children)},
+        // A reaction may destroy the window, and these closures with it.
         {.acted =
-             [this](const std::string& action, const std::string& id, int value) {
-               seen.push_back(action + " " + id + " " + std::to_string(value));
+             [this, own = std::make_shared<std::string>(" ")](const std::string& action,
+                                                              const std::string& id, int value) {
                if (reaction) std::exchange(reaction, nullptr)();
+               seen.push_back(action + *own + id + *own + std::to_string(value));
              },
-         .closed = [this] { seen.push_back("closed"); }});
+         .closed =
+             [this, own = std::make_shared<std::string>("closed")] {
+               if (reaction) std::exchange(reaction, nullptr)();
+               seen.push_back(*own);
+             }});
   }
   NSWindow* native() { return doubles::application().front; }
   // The controls of the root, out of the frames that they are in.
@@ -80,6 +86,10 @@ TEST_F(TreeWindowTest, TheUsersClosingIsToldOnce) {
   open({});
   [native() close];
   window.reset();
+  EXPECT_THAT(take(), ElementsAre("closed"));
+  open({});
+  reaction = [this] { window.reset(); };
+  [native() close];
   EXPECT_THAT(take(), ElementsAre("closed"));
 }
 
