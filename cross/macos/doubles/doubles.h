@@ -81,10 +81,11 @@ int powerListeners();
 // --- The application.
 
 struct Application {
-  NSAlert* alert;      // the one that is shown
-  NSPopover* popover;  // the same
-  NSWindow* front;     // the window that was brought to the front last
-  NSWindow* sheet;     // what is shown over it
+  bool abortThrows = false;  // `abortModal` may leave by an exception, or not
+  NSAlert* alert;            // the one that is shown
+  NSPopover* popover;        // the same
+  NSWindow* front;           // the window that was brought to the front last
+  NSWindow* sheet;           // what is shown over it
   int activations = 0;
 };
 Application& application();

@@ -78,12 +78,21 @@ using namespace kelvane::doubles;
   if (self.modalWindow) kelvane::objc::fail("a modal loop inside another");
   self.modalWindow = window;
   answer_ = kNone;
-  runLoopUntil(NSModalPanelRunLoopMode, [self] { return answer_ != kNone; });
+  @try {
+    runLoopUntil(NSModalPanelRunLoopMode, [self] { return answer_ != kNone; });
+  } @catch (NSException*) {
+    answer_ = NSModalResponseAbort;
+  }
   self.modalWindow = nil;
   return answer_;
 }
 - (void)stopModalWithCode:(NSModalResponse)code {
   answer_ = code;
+}
+- (void)abortModal {
+  if (!self.modalWindow) kelvane::objc::fail("nothing modal is there to be aborted");
+  if (application().abortThrows) @throw [[NSException alloc] init];
+  answer_ = NSModalResponseAbort;
 }
 @end
 

@@ -51,6 +51,7 @@ FOUNDATION_EXPORT NSAboutPanelOptionKey const NSAboutPanelOptionVersion;
 - (void)postEvent:(NSEvent*)event atStart:(BOOL)atStart;
 - (void)terminate:(nullable id)sender;
 - (void)stopModalWithCode:(NSModalResponse)code;
+- (void)abortModal;
 @end
 
 @interface NSApplication (NSStandardAboutPanel)

@@ -75,7 +75,7 @@ int MacRunLoop::run() {
 void MacRunLoop::terminate(int exitCode) {
   exitCode_ = exitCode;
   // Again and again, because another alert may be on its way. Not by the main queue: a job of it
-  // may be what waits for the alert.
+  // may be what waits for the alert. Not by `abortModal`: a timer that an exception leaves is lost.
   ending_ = startTimer(kEndingInterval, true, [] {
     if (NSApp.modalWindow) {
       [NSApp stopModalWithCode:NSModalResponseAbort];

@@ -67,8 +67,17 @@ class ModalAlert : public AlertHandle {
   void abort() override {
     if (run_->isAborted) return;
     run_->isAborted = true;
-    if (run_->isRunning && NSApp.modalWindow == run_->alert.window)
-      [NSApp stopModalWithCode:NSModalResponseAbort];
+    if (!run_->isRunning) return;
+    // In a timer of its own: `abortModal` may leave by an exception, which no job survives.
+    const auto aborted = run_;
+    NSTimer* timer = [NSTimer
+        timerWithTimeInterval:0
+                      repeats:NO
+                        block:^(NSTimer*) {
+                          if (aborted->isRunning && NSApp.modalWindow == aborted->alert.window)
+                            [NSApp abortModal];
+                        }];
+    [NSRunLoop.mainRunLoop addTimer:timer forMode:NSModalPanelRunLoopMode];
   }
 
  private:

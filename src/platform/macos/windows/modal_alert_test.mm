@@ -90,6 +90,20 @@ TEST_F(ModalAlertTest, EverythingElseGoesOnWhileItIsShown) {
   EXPECT_THAT(take(), ElementsAre("performed", "job", "later job", "alert 0"));
 }
 
+TEST_F(ModalAlertTest, AJobMayAbortIt) {
+  for (const bool throws : {false, true}) {
+    doubles::application().abortThrows = throws;
+    const auto handle = show("alert");
+    loop.asyncAfter(1, [&] {
+      handle->abort();
+      handle->abort();
+      seen.push_back("rest of the job");
+    });
+    doubles::runFor(2);
+    EXPECT_THAT(take(), ElementsAre("rest of the job", "alert 0"));
+  }
+}
+
 TEST_F(ModalAlertTest, AnAlertThatIsAbortedBeforeItIsShownIsNotShown) {
   const auto handle = show("alert");
   handle->abort();
