@@ -14,7 +14,7 @@ help:
 	@echo "make lint           floors, format, unlisted tests, wording, installed files, package, clang-tidy"
 	@echo "make mac            cross-build Kelvane.app for both processors, and check what can be checked here"
 	@echo "make mac-check      only check what make mac built"
-	@echo "make mac-test       run the portable folders' unit tests with the C++ library of the Mac's build"
+	@echo "make mac-test       run the portable folders' unit tests with the C++ library of the Mac's build, and the Mac adaptors' own"
 	@echo "make format         rewrite the sources in the house format"
 	@echo "make pictures       take the pictures of the documents, of real windows too"
 	@echo "make golden         write the golden pictures and trees anew; look at them before committing"
@@ -75,6 +75,7 @@ mac-check:
 mac-test:
 	scripts/install-dependencies mac
 	scripts/mac/test-portable
+	scripts/mac/test-adaptors
 
 format:
 	scripts/install-dependencies lint

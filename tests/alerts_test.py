@@ -4,7 +4,6 @@ import time
 import unittest
 
 from rig.hosts.host import WATCHER
-from rig.menu import Menu
 from rig.processes import wait_until
 from rig.window_case import WindowCase
 
@@ -14,7 +13,6 @@ KILLED = "kelvane: the window program ended by Killed"
 # this program looks for it as others work.
 LATE, EARLY = 0.5, 0.15
 CLOSES_WITHIN = 0.2 + 0.2  # seconds: as often as it looks at the adapter, and until that is seen
-HELD = 0.3  # seconds in which a change that is not held back would have been drawn
 WELCOME, HELLO = "Welcome to Kelvane!", "Hello, I'm Kelvane"
 SHOWN_FOR = 5.0  # seconds
 SHAKE, STEPS = 0.3, [-2, 2, -1, 1, 0]  # seconds; pixels upwards
@@ -28,27 +26,15 @@ class LowBatteryTest(WindowCase):
 
     def test_holds_the_changes_back_until_it_is_closed(self):
         self.item = self.start_and_settle()
-        for name, close in [
+        for name, *how in [
             ("its button", lambda: self.press("push button", "OK")),
             ("a key", lambda: self.desk.key("Return", window="Kelvane")),
-            ("the adapter", self.power.plug),
+            ("the adapter", self.power.plug, self.closed_soon_after),
         ]:
             with self.subTest(name):
                 alert = self.run_out()
-                told, drawn = self.power.record(path=None), self.item.record()
-                self.power.set("capacity=3")
-                told.wait_for("PropertiesChanged")
-                time.sleep(HELD)
-                self.assertEqual(drawn.members(), [])
-                told.clear()
                 before = self.item.picture()
-                close()
-                self.wait_until_closed(alert)
-                if name == "the adapter":
-                    self.closed_soon_after(told)
-                drawn.wait_for("NewIcon")
-                Menu.of(self.item).labels()  # What it told before it answers has come.
-                self.assertEqual(drawn.members().count("NewIcon"), 1)
+                self.holds_back(alert, 3, *how)
                 self.assertNotEqual(self.item.picture(), before)
                 if name != "the adapter":
                     self.changes_picture(self.item, lambda: self.power.set("capacity=21"), "21 %")

@@ -75,70 +75,44 @@ class RunningTest(DeskCase):
         self.assertIs(self.details()["isPowerAdapterConnected"], False)
 
 
-class Impostor:
-    """Owns Kelvane's name on the bus at `address`, and answers as it is told."""
-
-    def __init__(self, address):
-        self._bus = Bus(address)
-        self._object = None
-
-    def __enter__(self):
-        self._bus.own(IDENTIFIER)
-        return self
-
-    def __exit__(self, *_):
-        self._bus.close()
-
-    def will_answer(self, answer):
-        """`answer` is a tuple as GVariant text, "error", or None for no answer at all."""
-        self.asked = 0
-        self._bus.in_thread(lambda: self._export(answer))
-
-    def _export(self, answer):
-        is_tuple = answer and answer != "error"
-        value = GLib.Variant.parse(None, answer, None, None) if is_tuple else None
-        children = range(value.n_children()) if value else ()
-        types = [value.get_child_value(number).get_type_string() for number in children]
-        results = "".join(f'<arg type="{type_}" direction="out"/>' for type_ in types)
-        xml = (f'<node><interface name="{INTENTS}"><method name="GetBatteryDetails">{results}'
-               "</method></interface></node>")
-
-        def on_call(*arguments):
-            self.asked += 1
-            if value:
-                arguments[-1].return_value(value)
-            elif answer:
-                arguments[-1].return_dbus_error("org.kelvane.Error", "no\nbattery")
-
-        if self._object:
-            self._bus.connection.unregister_object(self._object)
-        interface = Gio.DBusNodeInfo.new_for_xml(xml).interfaces[0]
-        self._object = self._bus.connection.register_object(
-            APPLICATION[1], interface, on_call, None, None)
-
-
 class ImpostorTest(DeskCase):
     def test_nonsense_is_not_believed(self):
         expected = json.loads(self.kelvane().run("details", "--json").stdout)
         self.assertIs(expected["isPowerAdapterConnected"], False)
+        impostor = self.enterContext(Bus(self.desk.environment["DBUS_SESSION_BUS_ADDRESS"]))
+        impostor.own(IDENTIFIER)
+        impostor.connection.add_filter(self.answer_instead)
         connected = "'isPowerAdapterConnected': <true>"
-        with Impostor(self.desk.environment["DBUS_SESSION_BUS_ADDRESS"]) as impostor:
-            for answer in [
-                "error",
-                None,
-                "(int64 4, {%s})" % connected,
-                "(4, {%s, 'health': <'1'>})" % connected,
-                "(5, {%s})" % connected,
-            ]:
-                with self.subTest(answer=answer):
-                    impostor.will_answer(answer)
-                    began = time.monotonic()
-                    done = self.kelvane().run("details", "--json")
-                    took = time.monotonic() - began
-                    self.assertEqual(impostor.asked, 1)
-                    self.assertEqual((done.returncode, done.stderr), (0, ""))
-                    self.assertEqual(json.loads(done.stdout), expected)
-                    self.assertLess(took, 3)
+        for self.answer in [
+            "error",
+            None,
+            "(int64 4, {%s})" % connected,
+            "(4, {%s, 'health': <'1'>})" % connected,
+            "(5, {%s})" % connected,
+        ]:
+            with self.subTest(answer=self.answer):
+                self.asked = 0
+                began = time.monotonic()
+                done = self.kelvane().run("details", "--json")
+                took = time.monotonic() - began
+                self.assertEqual(self.asked, 1)
+                self.assertEqual((done.returncode, done.stderr), (0, ""))
+                self.assertEqual(json.loads(done.stdout), expected)
+                self.assertLess(took, 3)
+
+    def answer_instead(self, connection, message, incoming):
+        if not incoming or message.get_member() != "GetBatteryDetails":
+            return message
+        self.asked += 1
+        if self.answer == "error":
+            reply = message.new_method_error_literal("org.kelvane.Error", "no\nbattery")
+        else:
+            reply = message.new_method_reply()
+        if self.answer and self.answer != "error":
+            reply.set_body(GLib.Variant.parse(None, self.answer, None, None))
+        if self.answer:
+            connection.send_message(reply, Gio.DBusSendMessageFlags.NONE)
+        return None
 
 
 class AloneTest(CommandCase):
@@ -160,20 +134,6 @@ class AloneTest(CommandCase):
             "Health: 95%",
             "Condition: good",
         ])
-        for full, condition in ((40_000_000, "fair"), (20_000_000, "poor")):
-            tree.set(f"energy_full={full}")
-            told = json.loads(self.details(tree, "--json"))
-            self.assertEqual(told["condition"], condition)
-            self.assertAlmostEqual(told["health"], full / 60e6, places=3)
-
-    def test_no_battery(self):
-        tree = SupplyDirectory(self.directory / "supplies", names=())
-        self.assertEqual(json.loads(self.details(tree, "--json")), {
-            "isPowerAdapterConnected": True,
-            "timeUntilFullOrDepleted": 0.0,
-            "health": None,
-            "condition": "unknown",
-        })
 
 
 if __name__ == "__main__":

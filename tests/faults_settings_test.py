@@ -10,7 +10,7 @@ import unittest
 from rig import faults
 from rig.bus import Bus
 from rig.case import CommandCase, DeskCase
-from rig.kelvane import IDENTIFIER, Kelvane, preferences_file, program, run
+from rig.kelvane import Kelvane, preferences_file, program, run
 from rig.private_bus import start_bus
 from rig.processes import Processes, wait_until
 from rig.supplies import SupplyDirectory
@@ -131,18 +131,6 @@ class TruncatedTest(CommandCase):
         return done.stdout, done.stderr
 
 
-def running(case, processes, *arguments, **options):
-    """A kelvane on a session bus of its own, without a tray, and the bus."""
-    address = start_bus(processes, case.directory, "session")
-    tree = SupplyDirectory(case.directory / "power_supply")
-    environment = {**case.environment, "DBUS_SESSION_BUS_ADDRESS": address,
-                   "KELVANE_POWER_SUPPLY": str(tree.path), "KELVANE_UPOWER": "no"}
-    bus = case.enter(Bus(address))
-    kelvane = case.enter(Kelvane(case.directory / "run", environment, bus, *arguments, **options))
-    wait_until(lambda: bus.has_owner(IDENTIFIER), "kelvane's name")
-    return kelvane, bus
-
-
 class FullDiskTest(CommandCase):
     # A small disk at the place of its preferences, which holds the same, and is full.
     SMALL_DISK = """
@@ -161,7 +149,12 @@ class FullDiskTest(CommandCase):
         alone = [] if os.geteuid() == 0 else ["--map-current-user", "--keep-caps"]
         wrapper = ["unshare", "--mount", *alone, "sh", "-c", self.SMALL_DISK, "sh", str(folder)]
         with Processes(self.directory) as processes:
-            kelvane, _ = running(self, processes, wrapper=wrapper)
+            address = start_bus(processes, self.directory, "session")
+            tree = SupplyDirectory(self.directory / "power_supply")
+            environment = {**self.environment, "DBUS_SESSION_BUS_ADDRESS": address,
+                           "KELVANE_POWER_SUPPLY": str(tree.path), "KELVANE_UPOWER": "no"}
+            bus = self.enter(Bus(address))
+            kelvane = self.enter(Kelvane(self.directory / "run", environment, bus, wrapper=wrapper))
             complaint = wait_until(kelvane.output, "its complaint")
             self.assertIn("No space left", complaint)
             # As the program sees it.
@@ -185,11 +178,13 @@ class FullDiskTest(CommandCase):
         faults.say("full disk", self.ROUNDS)
 
     def fails(self, kelvane, value):
-        before = kelvane.preferences_file.read_bytes()
+        folder = kelvane.preferences_file.parent
+        files = lambda: {file.name: file.read_bytes() for file in folder.iterdir()}
+        before = files()
         done = kelvane.run("settings", "set", "largeIcon", json.dumps(value))
         self.assertEqual((done.returncode, len(done.stderr.splitlines())), (1, 1), done.stderr)
         self.assertIn("No space left", done.stderr)
-        self.assertEqual(kelvane.preferences_file.read_bytes(), before)
+        self.assertEqual(files(), before)
 
     @staticmethod
     def fill(filler, size):
@@ -211,15 +206,13 @@ class LocaleTest(DeskCase):
         comma = subprocess.run(["printf", "%.1f", "0,5"], env={**os.environ, **german},
                                capture_output=True, text=True)
         self.assertEqual((comma.stdout, comma.stderr), ("0,5", ""))
-        environment = {**self.desk.environment, **german,
-                       "KELVANE_POWER_SUPPLY": self.power.power_supply}
         levels = [number / 100 for number in range(101)]
         directory = self.temporary_directory()
-        kelvane = self.kelvane(environment=environment, directory=directory)
+        kelvane = self.kelvane(variables=german, directory=directory)
         kelvane.set(LEVELS, json.dumps(levels))
         told = (29, 7, 58)
         for level in told:
-            kelvane = self.start_kelvane(environment=environment, directory=directory)
+            kelvane = self.start_kelvane(variables=german, directory=directory)
             menu = kelvane.item()
             kelvane.set("largeIcon", json.dumps(level == 7))
             self.assertEqual(kelvane.preferences()[LEVELS], levels)

@@ -1,7 +1,6 @@
 """The program that the desktop starts at login waits for the session bus and becomes kelvane."""
 
 import pathlib
-import re
 import signal
 import subprocess
 import unittest
@@ -15,8 +14,6 @@ from rig.kelvane import APPLICATION, IDENTIFIER, program, say_launched_before
 from rig.private_bus import start_bus
 from rig.processes import Processes, wait_until
 from rig.supplies import SupplyDirectory
-
-ASSETS = pathlib.Path(__file__).parent.parent / "assets"
 
 
 class LoginTest(CommandCase):
@@ -58,22 +55,6 @@ class LoginTest(CommandCase):
         self.assert_waits(helper)
         helper.terminate()
         self.assertEqual(helper.wait(5), -signal.SIGTERM)
-
-    def test_is_started_by_the_bus_that_is_asked_for_it(self):
-        service = self.directory / f"{IDENTIFIER}.service"
-        template = (ASSETS / f"{IDENTIFIER}.service.in").read_text()
-        service.write_text(re.sub("^Exec=.*", f"Exec={program()}", template, flags=re.MULTILINE))
-        address = start_bus(
-            self.processes, self.runtime, "session", [service.absolute()], self.environment
-        )
-        bus = Bus(address)
-        self.addCleanup(bus.close)
-        bus.call(*APPLICATION, "Activate", GLib.Variant("(a{sv})", ({},)), may_start=True)
-        kelvane = bus.process_of(IDENTIFIER)
-        self.assertEqual(pathlib.Path(f"/proc/{kelvane}/exe").resolve(),
-                         pathlib.Path(program()).resolve())
-        bus.call(*APPLICATION, "ActivateAction", GLib.Variant("(sava{sv})", ("quit", [], {})))
-        wait_until(lambda: not bus.has_owner(IDENTIFIER), "its end")
 
     def start_helper(self):
         helper = pathlib.Path(program()).with_name("kelvane-autostart-helper")

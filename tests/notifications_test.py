@@ -2,11 +2,7 @@
 
 import unittest
 
-from gi.repository import GLib
-
 from rig.case import DeskCase
-from rig.fake_notifier import FakeNotifier
-from rig.menu import Menu
 from rig.processes import wait_until
 
 FULL = ("Fully Charged", "Your Mac's battery is at 100%")
@@ -16,7 +12,6 @@ LOW = (
     "Your Mac is running out of battery and will soon sleep unless plugged into a power outlet.",
 )
 SAYS_LOW = f"kelvane: {LOW[1]}"
-NO_WINDOWS = "No window can be shown here; “kelvane settings list” shows every setting."
 CLOSES_WITHIN = 0.2 + 0.1  # seconds: as often as it looks at the adapter, and the way on the buses
 
 
@@ -107,74 +102,18 @@ class RulesTest(NotificationsCase):
         print(f"closed {1000 * took:.0f} ms after UPower told of the adapter")
         self.assertLess(took, CLOSES_WITHIN)
 
-    def test_says_that_there_are_no_windows(self):
-        kelvane = self.start_kelvane(says=[f"kelvane: {NO_WINDOWS}"] * 2)
-        menu = Menu.of(kelvane.item())
-        for number, ask in enumerate([
-            lambda: kelvane.call("ActivateAction", "(sava{sv})", "preferences", [], {}),
-            lambda: menu.click("Preferences…"),
-        ], start=1):
-            ask()
-            self.wait_for_texts([("Kelvane", NO_WINDOWS)] * number, f"request {number}")
 
-
-class DaemonTest(NotificationsCase):
-    """Daemons that come late, fail or lie: kelvane goes on, and a good one gets what is due."""
-
-    notifier = "none"
-
-    def daemon(self, **options):
-        return FakeNotifier(self.desk.environment["DBUS_SESSION_BUS_ADDRESS"], **options)
-
-    def test_bad_daemons(self):
-        self.start_with_levels()
-        lies = [
-            ("NotificationClosed", GLib.Variant("(uu)", (99, 1))),
-            ("NotificationClosed", GLib.Variant("(s)", ("1",))),
-            ("NotificationClosed", GLib.Variant("()", ())),
-            ("ActionInvoked", GLib.Variant("(us)", (1, "quit"))),
-        ]
-        for name, options in [
-            ("error", {"answer": "error"}),
-            ("no answer", {"answer": "nothing"}),
-            ("id 0", {"answer": GLib.Variant("(u)", (0,))}),
-            ("another type", {"answer": GLib.Variant("(s)", ("7",))}),
-            ("no id", {"answer": GLib.Variant("()", ())}),
-            ("one id for all", {"answer": GLib.Variant("(u)", (7,))}),
-            ("lies", {"signals": lies}),
-        ]:
-            with self.subTest(name):
-                self.power.reset()
-                with self.daemon(**options):
-                    self.arrives_at_20()
-                    self.changes(self.power.plug, "the adapter")
-                    self.changes(self.power.unplug, "its end")
-                self.desk.notices.clear()
-                with self.daemon():
-                    self.arrives_at_20()
-                    self.wait_until_shown([("20%", "")], "a good daemon's start")
-                    # No id of the former daemon is taken to this one.
-                    replaced = [notice.replaces for notice in self.desk.notices.posted()]
-                    self.assertEqual(replaced, [0])
-                    self.changes(self.power.plug, "the adapter")
-                    self.wait_until_shown([], "the adapter")
-
-    def arrives_at_20(self):
-        self.changes(21, "21 %")
-        self.desk.notices.clear()
-        self.changes(20, "20 %")
-        self.wait_for_texts([("20%", "")], "20 %")
-
-    def test_daemon_that_comes_later(self):
+class LateDaemonTest(NotificationsCase):
+    def test_what_is_due_is_shown_by_a_daemon_that_comes_later(self):
+        self.desk.processes.stop("notifier")
         self.start_with_levels(says=[SAYS_LOW])
-        self.changes(21, "21 %")
-        self.changes(20, "20 %")
-        self.changes(4, "4 %")
-        with self.daemon():
-            level = lambda: ("20%", "") in self.desk.notices.shown_texts()
-            wait_until(level, "what was to be shown", seconds=2)
-            self.changes(self.power.plug, "the adapter")
-            self.wait_until_shown([], "the adapter")
+        for level in 21, 20, 4:
+            self.changes(level, f"{level} %")
+        self.desk.start_notifier()
+        level = lambda: ("20%", "") in self.desk.notices.shown_texts()
+        wait_until(level, "what was to be shown", seconds=2)
+        self.changes(self.power.plug, "the adapter")
+        self.wait_until_shown([], "the adapter")
 
 
 if __name__ == "__main__":

@@ -7,8 +7,6 @@ import subprocess
 import time
 import unittest
 
-from gi.repository import GLib
-
 from rig import item
 from rig.case import DeskCase
 from rig.hosts.host import WATCHER
@@ -34,11 +32,6 @@ REFUSED = f"kelvane: {REFUSAL[0]} {REFUSAL[1]}\n"
 
 
 class StartCase(DeskCase):
-    def kelvane_with(self, directory=None, **variables):
-        tree = {"KELVANE_POWER_SUPPLY": self.power.power_supply}
-        environment = {**self.desk.environment, **tree, **variables}
-        return self.kelvane(environment=environment, directory=directory)
-
     def assert_ended(self, done, code=0, complaint=""):
         self.assertEqual((done.returncode, done.stdout, done.stderr), (code, "", complaint))
 
@@ -61,7 +54,7 @@ class CountTest(StartCase):
         kept["Tq_firstLaunchDate"] = datetime.datetime(2020, 2, 29, 12, 0)
         first.preferences_file.write_bytes(plistlib.dumps(kept))
         empty = {"KELVANE_POWER_SUPPLY": str(directory), "KELVANE_UPOWER": "no"}
-        self.assertEqual(self.kelvane_with(directory, **empty).run(seconds=5).returncode, 1)
+        self.assertEqual(self.kelvane(directory=directory, variables=empty).run(seconds=5).returncode, 1)
         self.assertEqual(first.preferences(), {**kept, "Tq_launchCount": 2})
         # Of one folder, so of one log: only the first one welcomes.
         last = self.start_kelvane(directory=directory, says=[WELCOME])
@@ -98,7 +91,7 @@ class RefusalTest(StartCase):
         self.desk.notices.clear()
         tray = self.desk.bus.record(interface=WATCHER)
         began = time.monotonic()
-        self.assert_ended(self.kelvane_with(**variables).run(seconds=10), 1, REFUSED)
+        self.assert_ended(self.kelvane(variables=variables).run(seconds=10), 1, REFUSED)
         took = time.monotonic() - began
         print(f"refused after {1000 * took:.0f} ms")
         self.assertLess(took, 2 + LATE)
@@ -205,24 +198,6 @@ class EndTest(StartCase):
     def test_nothing_to_quit(self):
         done = self.kelvane().run("quit", seconds=5)
         self.assertEqual((done.returncode, len(done.stderr.splitlines())), (1, 1), done.stderr)
-
-    def test_calls_it_does_not_know_change_nothing(self):
-        kelvane = self.start_kelvane()
-        owner = kelvane.item().owner
-        for method, signature, arguments in [
-            ("Open", "(asa{sv})", (["file:///etc/passwd", ""], {})),
-            ("ActivateAction", "(sava{sv})", ("", [], {})),
-            ("ActivateAction", "(sava{sv})", ("QUIT", [GLib.Variant("s", "x")], {})),
-            ("ActivateAction", "(s)", ("quit",)),
-            ("Activate", "(s)", ("quit",)),
-            ("Quit", "()", ()),
-        ]:
-            with self.subTest(method=method, arguments=arguments):
-                try:
-                    kelvane.call(method, signature, *arguments)
-                except GLib.Error as error:
-                    self.assertNotIn("NoReply", str(error))
-                self.assertEqual(kelvane.item().owner, owner)
 
 
 if __name__ == "__main__":

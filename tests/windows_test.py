@@ -8,7 +8,7 @@ import unittest
 from rig.accessible import Accessibility
 from rig.desk import Desk
 from rig.processes import wait_until
-from rig.window_case import unless_gone
+from rig.window_case import SeenWindows, unless_gone
 from rig.window_peer import GREETING, WindowPeer
 
 
@@ -42,13 +42,12 @@ WARNING = node("alert", "warning", node("text", "message", label="Beware."), lab
                action="warning acted")
 
 
-class WindowsCase(unittest.TestCase):
+class WindowsCase(SeenWindows, unittest.TestCase):
     @classmethod
     def setUpClass(cls):
         folder = tempfile.TemporaryDirectory(prefix="kelvane-", ignore_cleanup_errors=True)
-        cls.addClassCleanup(folder.cleanup)
-        cls.desk = Desk(folder.name, "none", "none", accessibility=True)
-        cls.enterClassContext(cls.desk)
+        directory = cls.enterClassContext(folder)
+        cls.desk = cls.enterClassContext(Desk(directory, "none", "none", accessibility=True))
         cls.seen = cls.enterClassContext(Accessibility(cls.desk))
 
     def start(self, says=(), **options):
@@ -89,13 +88,6 @@ class WindowsCase(unittest.TestCase):
         self.peer.wait_for("popoverRefused")
         self.assertEqual([each for each in self.peer.events if "protocol" not in each], [])
 
-    def wait_until_gone(self, role, name):
-        wait_until(lambda: not self.seen.look(role, name), f"the end of the {role} “{name}”")
-
-    def wait_for_state(self, role, name, state, expected=True):
-        wait_until(lambda: self.seen.find(role, name).is_in(state) == expected,
-                   f"{name}: {state} {expected}")
-
     def _ends_well(self, peer, says):
         if peer.process.poll() is None:
             peer.hang_up()
@@ -104,8 +96,8 @@ class WindowsCase(unittest.TestCase):
 
 
 class TreeTest(WindowsCase):
-    def press(self, key):
-        self.desk.key(key, window="Settings")
+    def key(self, name):
+        self.desk.key(name, window="Settings")
 
     def test_reports_what_is_pressed_and_shows_what_the_tree_says(self):
         self.open()
@@ -132,24 +124,15 @@ class TreeTest(WindowsCase):
                 self.set(step, **fields)
                 self.wait_for_state(role, name, "checked", is_on)
                 self.assert_quiet()
-        self.seen.find("push button", "Levels…").press()
+        self.press("push button", "Levels…")
         self.assert_acted("levels", 0)
         self.assertFalse(self.seen.find("radio button", "Time remaining").is_in("checked"))
 
-    def test_tabs(self):
-        self.open()
-        self.wait_for_state("page tab", "General", "selected")
-        self.seen.find("page tab", "Menu Bar").press()
-        self.wait_for_state("page tab", "Menu Bar", "selected")
-        self.press("ctrl+Prior")
-        self.wait_for_state("page tab", "General", "selected")
-        self.assert_quiet()
-
     def test_steps_leave_the_focus_where_it_is(self):
         self.open()
-        self.press("Tab")
+        self.key("Tab")
         self.wait_for_state("check box", "Large icon", "focused")
-        self.press("space")
+        self.key("space")
         self.assert_acted("large", 1)
         self.set(LARGE, isOn=True, label="Huge icon")
         self.insert(control("toggle", "first", "First", isOn=False))
@@ -158,7 +141,7 @@ class TreeTest(WindowsCase):
         self.insert(SHOW, index=1)
         self.seen.find("check box", "First")
         self.wait_for_state("check box", "Huge icon", "focused")
-        self.press("space")
+        self.key("space")
         self.assert_acted("large", 0)
         names = [each.name for each in self.seen.find("frame", "Settings").descendants()
                  if each.role in ("check box", "radio button", "push button")]
@@ -168,12 +151,12 @@ class TreeTest(WindowsCase):
     def test_sheet(self):
         self.open()
         self.insert(SHEET, index=3)
-        self.seen.find("check box", "20%").press()
+        self.press("check box", "20%")
         self.assert_acted("level", 1)
         self.seen.find("dialog", "Settings")
         self.wait_for_state("check box", "20%", "focused")
         for key, name in [("Escape", "sheet"), ("Return", "done")]:
-            self.press(key)
+            self.key(key)
             self.assert_acted(name, 0)
             self.seen.find("dialog", "Settings")
         self.remove("sheet")
@@ -185,8 +168,8 @@ class TreeTest(WindowsCase):
         self.insert(WARNING, index=1)
         self.seen.find("dialog", "Hidden")
         self.seen.find("label", "Beware.")
-        for press in (lambda: self.seen.find("push button", "OK").press(),
-                      lambda: self.press("Return"), lambda: self.press("Escape")):
+        for press in (lambda: self.press("push button", "OK"),
+                      lambda: self.key("Return"), lambda: self.key("Escape")):
             press()
             self.assert_acted("warning", 0)
         self.remove("warning")
@@ -194,8 +177,8 @@ class TreeTest(WindowsCase):
 
     def test_closing(self):
         for close, is_told in [
-            (lambda: self.press("Escape"), True),
-            (lambda: self.press("alt+F4"), True),
+            (lambda: self.key("Escape"), True),
+            (lambda: self.key("alt+F4"), True),
             (lambda: self.peer.send("close", window=7), False),
         ]:
             with self.subTest(is_told=is_told):
@@ -243,7 +226,7 @@ class TreeTest(WindowsCase):
 class OtherWindowsTest(WindowsCase):
     def test_alerts_are_answered(self):
         by_key = lambda key: lambda: self.desk.key(key, window="Kelvane")
-        by_press = lambda name: lambda: self.seen.find("push button", name).press()
+        by_press = lambda name: lambda: self.press("push button", name)
         self.start()
         for number, (buttons, press, answer) in enumerate([
             ([], by_key("Return"), 0),
@@ -284,10 +267,6 @@ class OtherWindowsTest(WindowsCase):
         self.peer.send("activate", token="some-token_TIME0")
         self.wait_until_active("Kelvane")
         self.assert_quiet()
-
-    def wait_until_active(self, title):
-        active = lambda: self.desk.x("xdotool", "getactivewindow", "getwindowname").strip()
-        wait_until(lambda: active() == title, f"“{title}” in front")
 
     def test_about(self):
         self.start()
@@ -389,7 +368,7 @@ class MenuWindowTest(WindowsCase):
             (key("p", "space"), chosen(4)),
             (key("ctrl+comma"), chosen(4)),
             (key("m", "Right", "a", "KP_Enter"), chosen(8)),
-            (lambda: self.seen.find("menu item", "Preferences…").press(), chosen(4)),
+            (lambda: self.press("menu item", "Preferences…"), chosen(4)),
             (self.click_on_preferences, chosen(4)),
             (key("Escape"), {"kind": "menuClosed"}),
             (lambda: self.desk.pointer(100, 600, 1), {"kind": "menuClosed"}),

@@ -120,28 +120,6 @@ TEST_F(AppStateTest, RefusesWhatItIsNotFor) {
   }
 }
 
-TEST_F(AppStateTest, WelcomesOnTheFirstLaunchThatIsNotRefused) {
-  computer.preferences.removeObject("__hasLaunched__");
-  start({.percent = 57});
-  ASSERT_EQ(computer.windows.alerts.size(), 1U);
-  EXPECT_EQ(computer.windows.alerts[0].title, "Welcome to Kelvane!");
-  computer.windows.pressButton(0);
-  computer.runLoop.advance(1);
-  EXPECT_EQ(computer.windows.popovers.size(), 1U);
-  start({.percent = 57});
-  EXPECT_EQ(computer.windows.alerts.size(), 1U);
-}
-
-TEST_F(AppStateTest, PreferencesOpenTheWindowWhoseHidingRuleIsTheItems) {
-  start({.percent = 57, .isOnPower = true});
-  app->showPreferencesWindow();
-  ASSERT_EQ(computer.windows.windows.size(), 1U);
-  EXPECT_EQ(computer.windows.activations, 1);
-  app->showPreferencesWindow();
-  EXPECT_EQ(computer.windows.windows.size(), 1U);
-  EXPECT_EQ(computer.windows.windows[0]->timesInFront, 1);
-}
-
 TEST_F(AppStateTest, EveryPowerEventRedrawsTheItem) {
   start({.percent = 57});
   computer.change({.percent = 56});

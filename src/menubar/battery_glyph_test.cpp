@@ -1,7 +1,6 @@
 #include "menubar/battery_glyph.h"
 
 #include <string>
-#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -13,138 +12,51 @@ namespace {
 
 using Glyph = ItemTest;
 
-struct GlyphRow {
-  std::string name;
+struct Body {
+  std::string picture;
+  Size size;
+  double opacity;
+};
+const Body kPlain{"BatteryIcon", {28, 14}, 0.5}, kStrong{"BatteryIcon", {28, 14}, 0.9};
+const Body kLarge{"BatteryIcon", {30.8, 15.4}, 0.9};
+const Body kBolt{"BatteryChargingIcon", {36, 14}, 0.5};
+const Body kLargeBolt{"BatteryChargingIcon", {39.6, 15.4}, 0.5};
+
+const PropertyDictionary kNoSign{{"showPercentageSignInIcon", false}};
+const PropertyDictionary kTime{{"showPercentage", false}, {"showPercentageSignInIcon", false}};
+const PropertyDictionary kOld{{"oldIconStyle", true}}, kGrown{{"largeIcon", true}};
+const PropertyDictionary kOldAndGrown{{"oldIconStyle", true}, {"largeIcon", true}};
+
+const MemoryBattery kHalf{.percent = 57}, kWhole{.percent = 100};
+const MemoryBattery kTimed{.percent = 57, .estimate = 7500};
+const MemoryBattery kCharging{.percent = 99, .isOnPower = true};
+const MemoryBattery kFull{.percent = 100, .isOnPower = true};
+const MemoryBattery kHeld{.percent = 80, .isOnPower = true, .isCharging = false};
+
+// Text on this computer is 0.6 of its size wide and 0.7 high, plus the kern. The box begins at 2.7,
+// and a text's y is that of one centred in it plus its nudge.
+const struct {
+  const char* what;
   MemoryBattery battery;
-  // Settings that differ from their defaults.
-  bool showsTime = false, hidesSign = false, isOldStyle = false, isLarge = false;
+  PropertyDictionary settings;
   // What is drawn.
-  std::string body;
-  Rect bodyRect;
-  double bodyOpacity;
+  Body body;
   std::string text;  // or "PowerIcon"
   Rect rect;
-  double fontSize = 0, kern = 0;
-};
-
-// Text on this computer is 0.6 of its size wide and 0.7 high, plus the kern.
-const std::vector<GlyphRow> kRows = {
-    {.name = "percentage, nudged for the narrow sign",
-     .battery = {.percent = 57},
-     .body = "BatteryIcon",
-     .bodyRect = {0, 0, 28, 14},
-     .bodyOpacity = 0.5,
-     .text = "57﹪",
-     .rect = {3.9, 3.8, 20.6, 8.6},
-     .fontSize = 10,
-     .kern = -0.4},
-    {.name = "without sign, lowered",
-     .battery = {.percent = 57},
-     .hidesSign = true,
-     .body = "BatteryIcon",
-     .bodyRect = {0, 0, 28, 14},
-     .bodyOpacity = 0.5,
-     .text = "57",
-     .rect = {2.7, 3.7, 20.6, 8.6},
-     .fontSize = 10,
-     .kern = -0.4},
-    {.name = "one hundred on battery, with its own nudge, shrunk from 10 to 9.0",
-     .battery = {.percent = 100},
-     .body = "BatteryIcon",
-     .bodyRect = {0, 0, 28, 14},
-     .bodyOpacity = 0.5,
-     .text = "100﹪",
-     .rect = {2.9, 2.7 + (8.6 - 0.7 * 9.0) / 2 + 0.4, 20.6, 8.6},
-     .fontSize = 9.0,
-     .kern = -0.4},
-    {.name = "one hundred without its sign is no special text",
-     .battery = {.percent = 100},
-     .hidesSign = true,
-     .body = "BatteryIcon",
-     .bodyRect = {0, 0, 28, 14},
-     .bodyOpacity = 0.5,
-     .text = "100",
-     .rect = {2.7, 3.7, 20.6, 8.6},
-     .fontSize = 10,
-     .kern = -0.4},
-    {.name = "charging: the box moves right by the bolt",
-     .battery = {.percent = 99, .isOnPower = true},
-     .body = "BatteryChargingIcon",
-     .bodyRect = {0, 0, 36, 14},
-     .bodyOpacity = 0.5,
-     .text = "99﹪",
-     .rect = {11.9, 3.8, 20.6, 8.6},
-     .fontSize = 10,
-     .kern = -0.4},
-    {.name = "plugged in below full without charging still shows the bolt",
-     .battery = {.percent = 80, .isOnPower = true, .isCharging = false},
-     .body = "BatteryChargingIcon",
-     .bodyRect = {0, 0, 36, 14},
-     .bodyOpacity = 0.5,
-     .text = "80﹪",
-     .rect = {11.9, 3.8, 20.6, 8.6},
-     .fontSize = 10,
-     .kern = -0.4},
-    {.name = "large while charging: the bolt's width stays unscaled",
-     .battery = {.percent = 99, .isOnPower = true},
-     .isLarge = true,
-     .body = "BatteryChargingIcon",
-     .bodyRect = {0, 0, 39.6, 15.4},
-     .bodyOpacity = 0.5,
-     .text = "99﹪",
-     .rect = {2.7 + 8 + 1.4, 2.7 + (10.0 - 7.7) / 2 + 0.4, 24.2, 10.0},
-     .fontSize = 11,
-     .kern = -0.4},
-    {.name = "old style",
-     .battery = {.percent = 57},
-     .isOldStyle = true,
-     .body = "BatteryIcon",
-     .bodyRect = {0, 0, 28, 14},
-     .bodyOpacity = 0.9,
-     .text = "57﹪",
-     .rect = {3.9, 2.7 + (8.6 - 6.65) / 2 + 0.3, 20.6, 8.6},
-     .fontSize = 9.5,
-     .kern = -0.2},
-    {.name = "old style, large",
-     .battery = {.percent = 57},
-     .isOldStyle = true,
-     .isLarge = true,
-     .body = "BatteryIcon",
-     .bodyRect = {0, 0, 30.8, 15.4},
-     .bodyOpacity = 0.9,
-     .text = "57﹪",
-     .rect = {4.1, 2.7 + (10.0 - 0.7 * 10.45) / 2 + 0.4, 23.4, 10.0},
-     .fontSize = 10.45,
-     .kern = -0.2},
-    {.name = "time, neither nudged nor lowered",
-     .battery = {.percent = 57, .estimate = 7500},
-     .showsTime = true,
-     .hidesSign = true,
-     .body = "BatteryIcon",
-     .bodyRect = {0, 0, 28, 14},
-     .bodyOpacity = 0.5,
-     .text = "2:05",
-     .rect = {2.7, 2.7 + (8.6 - 6.3) / 2 + 0.3, 20.6, 8.6},
-     .fontSize = 9.0,
-     .kern = -0.4},
-    {.name = "unknown time",
-     .battery = {.percent = 57},
-     .showsTime = true,
-     .body = "BatteryIcon",
-     .bodyRect = {0, 0, 28, 14},
-     .bodyOpacity = 0.5,
-     .text = "…",
-     .rect = {2.7, 3.8, 20.6, 8.6},
-     .fontSize = 10,
-     .kern = -0.4},
-    {.name = "full on power: the plug instead of any text",
-     .battery = {.percent = 100, .isOnPower = true},
-     .showsTime = true,
-     .body = "BatteryIcon",
-     .bodyRect = {0, 0, 28, 14},
-     .bodyOpacity = 0.9,
-     .text = "PowerIcon",
-     .rect = {2.7 + (20.6 - 11.9) / 2, 2.7 + (8.6 - 8.4) / 2, 11.9, 8.4}},
+  double fontSize = 10, kern = -0.4;
+} kRows[] = {
+    {"nudged for the narrow sign", kHalf, {}, kPlain, "57﹪", {3.9, 3.8, 20.6, 8.6}},
+    {"without sign, lowered", kHalf, kNoSign, kPlain, "57", {2.7, 3.7, 20.6, 8.6}},
+    {"its own nudge, shrunk", kWhole, {}, kPlain, "100﹪", {2.9, 4.25, 20.6, 8.6}, 9},
+    {"no special text", kWhole, kNoSign, kPlain, "100", {2.7, 3.7, 20.6, 8.6}},
+    {"moved right by the bolt", kCharging, {}, kBolt, "99﹪", {11.9, 3.8, 20.6, 8.6}},
+    {"held below full: still the bolt", kHeld, {}, kBolt, "80﹪", {11.9, 3.8, 20.6, 8.6}},
+    {"the bolt unscaled", kCharging, kGrown, kLargeBolt, "99﹪", {12.1, 4.25, 24.2, 10}, 11},
+    {"old style", kHalf, kOld, kStrong, "57﹪", {3.9, 3.975, 20.6, 8.6}, 9.5, -0.2},
+    {"both", kHalf, kOldAndGrown, kLarge, "57﹪", {4.1, 4.4425, 23.4, 10}, 10.45, -0.2},
+    {"neither nudged nor lowered", kTimed, kTime, kPlain, "2:05", {2.7, 4.15, 20.6, 8.6}, 9},
+    {"unknown time", kHalf, kTime, kPlain, "…", {2.7, 3.8, 20.6, 8.6}},
+    {"the plug for any text", kFull, kTime, kStrong, "PowerIcon", {7.05, 2.8, 11.9, 8.4}},
 };
 
 void expectRect(const Rect& actual, const Rect& expected) {
@@ -155,28 +67,27 @@ void expectRect(const Rect& actual, const Rect& expected) {
 }
 
 TEST_F(Glyph, IsDrawnAsTheBatteryAndTheSettingsSay) {
-  for (const GlyphRow& row : kRows) {
-    SCOPED_TRACE(row.name);
-    set(row.battery);
-    settings.showPercentage.set(!row.showsTime);
-    settings.showPercentageSignInIcon.set(!row.hidesSign);
-    settings.oldIconStyle.set(row.isOldStyle);
-    settings.largeIcon.set(row.isLarge);
+  for (const auto& [name, state, values, body, text, rect, fontSize, kern] : kRows) {
+    SCOPED_TRACE(name);
+    set(state);
+    for (const auto& [key, value] : values) preferences.setObject(key, value);
 
     const Image image = makeGlyphImage(context);
-    expectRect({0, 0, image.size.width, image.size.height}, row.bodyRect);
+    const Rect whole{0, 0, body.size.width, body.size.height};
+    expectRect({0, 0, image.size.width, image.size.height}, whole);
     const auto commands = record(image);
     ASSERT_EQ(commands.size(), 3U);
     EXPECT_EQ(commands[0].kind, DrawCommand::Kind::interpolation);
     EXPECT_EQ(commands[0].interpolation, ImageInterpolation::high);
-    EXPECT_EQ(commands[1].what, row.body);
-    EXPECT_EQ(commands[1].opacity, row.bodyOpacity);
-    expectRect(commands[1].rect, row.bodyRect);
-    EXPECT_EQ(commands[2].what, row.text);
-    expectRect(commands[2].rect, row.rect);
+    EXPECT_EQ(commands[1].what, body.picture);
+    EXPECT_EQ(commands[1].opacity, body.opacity);
+    expectRect(commands[1].rect, whole);
+    EXPECT_EQ(commands[2].what, text);
+    expectRect(commands[2].rect, rect);
+    for (const auto& [key, value] : values) preferences.removeObject(key);
     if (commands[2].kind != DrawCommand::Kind::text) continue;
-    EXPECT_NEAR(commands[2].style.size, row.fontSize, 1e-9);
-    EXPECT_NEAR(commands[2].style.kern, row.kern, 1e-9);
+    EXPECT_NEAR(commands[2].style.size, fontSize, 1e-9);
+    EXPECT_NEAR(commands[2].style.kern, kern, 1e-9);
     EXPECT_EQ(commands[2].style.weight, FontWeight::medium);
     EXPECT_EQ(commands[2].style.color, std::nullopt);
   }

@@ -27,6 +27,7 @@ TEST_F(SquareGlyph, ShowsTheSameInAllModes) {
     MemoryBattery battery;
     bool showsPercentage, showsSign, isText;
     std::vector<std::string> drawn;
+    bool isBesideText = false;  // which the host shows
   };
   const std::string frame = "GaugeFrame", level = "GaugeLevel", bolt = "SquareBolt",
                     plug = "SquarePlug", sign = "PercentSign";
@@ -43,13 +44,19 @@ TEST_F(SquareGlyph, ShowsTheSameInAllModes) {
       {half, true, true, true, {"57", sign}},
       {charging, true, false, true, {bolt, "57"}},
       {full, false, true, true, {bolt, "∞"}},
+      {charging, true, true, false, {bolt, frame, level}, true},
+      {charging, true, true, true, {bolt}, true},
+      {half, true, true, true, {}, true},
+      {full, true, true, false, {frame, plug}, true},
   };
   for (const Row& row : rows) {
     set(row.battery);
     settings.showPercentage.set(row.showsPercentage);
     settings.showPercentageSignInIcon.set(row.showsSign);
     settings.textOnlyIcon.set(row.isText);
-    const Image image = makeSquareImage(context, kSlot);
+    Slot slot = kSlot;
+    slot.showsTextBeside = row.isBesideText;
+    const Image image = makeSquareImage(context, slot);
     EXPECT_EQ(image.size, (Size{22, 22}));
     EXPECT_EQ(drawn(image), row.drawn);
   }
@@ -85,53 +92,6 @@ TEST_F(SquareGlyph, GivesUpTheSignForLargerDigitsWhereThereAreFewPixels) {
   };
   EXPECT_EQ(pieces(1).back(), "57");
   EXPECT_EQ(pieces(2).back(), "PercentSign");
-}
-
-TEST_F(SquareGlyph, DigitsKeepTheirSizeFromNinetyNineToOne) {
-  const auto size = [&](int percent) {
-    set({.percent = percent});
-    for (const DrawCommand& command : record(makeSquareImage(context, kSlot)))
-      if (command.kind == DrawCommand::Kind::text) return command.style.size;
-    return 0.0;
-  };
-  EXPECT_EQ(size(9), size(10));
-  EXPECT_LT(size(100), size(99) + 1e-9);
-}
-
-TEST_F(SquareGlyph, EachAppearanceKeyChangesThePicture) {
-  set({.percent = 57});
-  const auto look = [&] {
-    std::string text;
-    for (const DrawCommand& command : record(makeSquareImage(context, kSlot)))
-      text += command.what + std::to_string(command.rect.x) + std::to_string(command.style.size) +
-              std::to_string(command.opacity);
-    return text;
-  };
-  std::string last = look();
-  for (const SettingKey<bool>* key :
-       {&settings.oldIconStyle, &settings.showPercentageSignInIcon, &settings.showPercentage,
-        &settings.textOnlyIcon, &settings.smallMenuBarText}) {
-    key->set(!key->get());
-    const std::string now = look();
-    EXPECT_NE(now, last) << key->name();
-    last = now;
-  }
-}
-
-TEST_F(SquareGlyph, IsTheBodyAloneBesideATextOfTheHost) {
-  Slot slot = kSlot;
-  slot.showsTextBeside = true;
-  using Drawn = std::vector<std::string>;
-  set({.percent = 57, .isOnPower = true});
-  EXPECT_EQ(drawn(makeSquareImage(context, slot)),
-            (Drawn{"SquareBolt", "GaugeFrame", "GaugeLevel"}));
-  settings.textOnlyIcon.set(true);
-  EXPECT_EQ(drawn(makeSquareImage(context, slot)), Drawn{"SquareBolt"});
-  set({.percent = 57});
-  EXPECT_EQ(drawn(makeSquareImage(context, slot)), Drawn{});
-  settings.textOnlyIcon.set(false);
-  set({.percent = 100, .isOnPower = true});
-  EXPECT_EQ(drawn(makeSquareImage(context, slot)), (Drawn{"GaugeFrame", "SquarePlug"}));
 }
 
 }  // namespace

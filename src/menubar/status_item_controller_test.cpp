@@ -101,19 +101,15 @@ TEST_F(ControllerTest, VisibilityRule) {
   }
 }
 
-TEST_F(ControllerTest, IconUpdateInItsOrder) {
-  set({.percent = 57});
+TEST_F(ControllerTest, UpdatesInTheirOrder) {
   controller.statusItem();
   item().calls.clear();
+  set({.percent = 57});
   controller.updateStatusItem();
   EXPECT_THAT(item().calls, ElementsAre("length 28", "title ", "template image"));
-}
-
-TEST_F(ControllerTest, TextUpdateInItsOrder) {
+  item().calls.clear();
   set({.percent = 57, .isOnPower = true});
   settings.textOnlyIcon.set(true);
-  controller.statusItem();
-  item().calls.clear();
   controller.updateStatusItem();
   // Six characters of 0.6 × 11, the variation selector counted, rounded up, and 3.
   EXPECT_THAT(item().calls, ElementsAre("attributed title ⚡︎ 57﹪", "no image", "length 43"));

@@ -32,8 +32,8 @@ class PowerSources {
 
   virtual BatteryWarningLevel warningLevel() = 0;
 
-  // A source that calls `callback` once for each time that anything about a power source changed;
-  // changes within one turn of the loop are one call. It works while it is added to the run loop.
+  // A source that calls `callback` after anything about a power source has changed; a platform may
+  // make one call of changes that come together. It works while it is added to the run loop.
   virtual std::shared_ptr<RunLoopSource> makeNotificationSource(std::function<void()> callback) = 0;
 };
 

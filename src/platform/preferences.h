@@ -15,6 +15,8 @@ namespace kelvane {
 // The kinds of a key-value change; preferences only ever send `setting`.
 enum class PreferenceChangeKind { setting = 1, insertion = 2, removal = 3, replacement = 4 };
 
+// A platform may take a registered default for the value of a key that is not stored: it then
+// stands where a value would be absent, and who stores or removes an equal one is not told of.
 struct PreferenceChange {
   PreferenceChangeKind kind = PreferenceChangeKind::setting;
   bool isPrior = false;                   // sent before the change rather than after it

@@ -42,8 +42,8 @@ class RunLoop {
                                                           Job job) = 0;
 
   // From here on the source is heard while the loop runs in `mode`. What arrives in other modes is
-  // held back and merged into one event. Adding twice is once; removing what is not there is
-  // nothing.
+  // held back until then; a platform may merge it into one event. Adding twice is once; removing
+  // what is not there is nothing.
   virtual void addSource(std::shared_ptr<RunLoopSource> source, RunLoopMode mode) = 0;
   virtual void removeSource(const std::shared_ptr<RunLoopSource>& source, RunLoopMode mode) = 0;
 

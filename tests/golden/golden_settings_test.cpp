@@ -16,12 +16,8 @@
 
 #include <gtest/gtest.h>
 
-#include "kit/view_diff.h"
 #include "platform/linux/windows/window_protocol.h"
-#include "platform/memory/memory_desktop.h"
-#include "platform/memory/memory_preferences.h"
-#include "platform/memory/memory_run_loop.h"
-#include "settings/views/settings_window.h"
+#include "settings/views/settings_window_fixture_test.h"
 
 namespace kelvane {
 namespace {
@@ -42,11 +38,13 @@ const std::vector<GoldenWindow> kWindows = {
     {"hide-alert", {{"Hide while on power", 1}}},
 };
 
-const ViewNode* labelled(const ViewNode& node, const std::string& label) {
-  if (node.label == label) return &node;
-  for (const ViewNode& child : node.children)
-    if (const ViewNode* found = labelled(child, label)) return found;
-  return nullptr;
+// A line for each node, its children's below it.
+std::string outline(const ViewNode& node, const std::string& indentation = "") {
+  ViewNode alone = node;
+  alone.children.clear();
+  std::string lines = indentation + encodeView(alone) + "\n";
+  for (const ViewNode& child : node.children) lines += outline(child, indentation + "  ");
+  return lines;
 }
 
 std::optional<std::string> contents(const std::filesystem::path& path) {
@@ -55,34 +53,15 @@ std::optional<std::string> contents(const std::filesystem::path& path) {
   return std::string(std::istreambuf_iterator<char>(file), {});
 }
 
-class GoldenSettingsTest : public ::testing::TestWithParam<GoldenWindow> {
- protected:
-  void openWindow() { window_.show(); }
-  void act(const std::string& label, int value) {
-    const ViewNode* node = labelled(shown().tree, label);
-    ASSERT_NE(node, nullptr) << label;
-    const auto [action, id] = std::pair(node->action, node->id);
-    shown().events.acted(action, id, value);
-    loop_.run();
-    ASSERT_EQ(applySteps(shown().tree, std::exchange(shown().steps, {})), std::nullopt);
-  }
-  MemoryWindows::Window& shown() { return *windows_.windows.back(); }
-
- private:
-  MemoryPreferences preferences_;
-  MemoryRunLoop loop_;
-  MemoryWindows windows_{loop_};
-  MemoryLoginItems loginItems_;
-  SettingsKeys settings_{preferences_};
-  AutoStart autoStart_{loginItems_, "org.kelvane.Kelvane"};
-  SettingsWindow window_{windows_, loop_, settings_, autoStart_, "Kelvane", [] {}};
-};
+class GoldenSettingsTest : public SettingsWindowTest,
+                           public ::testing::WithParamInterface<GoldenWindow> {};
 
 TEST_P(GoldenSettingsTest, HoldsWhatItDid) {
-  openWindow();
-  for (const auto& [label, value] : GetParam().actions) ASSERT_NO_FATAL_FAILURE(act(label, value));
-  const std::string actual = encodeView(shown().tree, 2) + "\n";
-  const auto golden = std::filesystem::path(KELVANE_GOLDEN_SETTINGS) / (GetParam().name + ".json");
+  const auto& [name, actions] = GetParam();
+  window->show();
+  for (const auto& [label, value] : actions) ASSERT_NO_FATAL_FAILURE(act(label, value));
+  const std::string actual = outline(tree());
+  const auto golden = std::filesystem::path(KELVANE_GOLDEN_SETTINGS) / (name + ".txt");
   if (std::getenv("KELVANE_WRITE_GOLDEN")) {
     ASSERT_TRUE(std::ofstream(golden) << actual) << golden;
   }

@@ -117,6 +117,12 @@ class Bus:
         """Takes a name for the life of this connection."""
         return self.call(*_BUS, "RequestName", GLib.Variant("(su)", (name, 0)))[0]
 
+    def export(self, path, xml, on_call, on_get=None):
+        """Offers the interface that `xml` describes; calls come on the thread of the callbacks."""
+        interface = Gio.DBusNodeInfo.new_for_xml(xml).interfaces[0]
+        self.in_thread(lambda: self.connection.register_object(
+            path, interface, on_call, on_get, None))
+
     def process_of(self, name):
         """The process id behind a bus name, or None when the name has gone."""
         try:

@@ -41,16 +41,15 @@ class DeskCase(unittest.TestCase):
 
     host = "xfce"
     notifier = "dunst"
-    batteries = 1
+    accessibility = False
 
     @classmethod
     def setUpClass(cls):
-        stack = contextlib.ExitStack()
-        cls.addClassCleanup(stack.close)
         folder = tempfile.TemporaryDirectory(prefix="kelvane-", ignore_cleanup_errors=True)
-        directory = pathlib.Path(stack.enter_context(folder))
-        cls.power = stack.enter_context(Power(directory, cls.batteries))
-        cls.desk = stack.enter_context(Desk(directory, cls.host, cls.notifier, cls.power))
+        directory = cls.enterClassContext(folder)
+        cls.power = cls.enterClassContext(Power(directory))
+        desk = Desk(directory, cls.host, cls.notifier, cls.power, accessibility=cls.accessibility)
+        cls.desk = cls.enterClassContext(desk)
 
     def setUp(self):
         self.power.reset()
@@ -67,16 +66,18 @@ class DeskCase(unittest.TestCase):
         self.addCleanup(self._ends_well, kelvane, list(says))
         return kelvane
 
-    def kelvane(self, *arguments, environment=None, directory=None, windows=False, **options):
+    def kelvane(self, *arguments, environment=None, variables=(), directory=None, windows=False,
+                **options):
         """A kelvane that is not started yet, and of which commands can be run.
 
-        It is told of the fake tree, unless an environment is given: the mock one shows it as /sys,
-        with the kernel's events. Its preferences are below `directory`, by default one of its own.
-        Without `windows` it knows of no display, and what windows would say comes as notices.
+        It is told of the fake tree and of more `variables`, unless an environment is given: the
+        mock one shows it as /sys, with the kernel's events. Its preferences are below `directory`,
+        by default one of its own. Without `windows` it knows of no display, and what windows would
+        say comes as notices.
         """
         if environment is None:
             tree = {"KELVANE_POWER_SUPPLY": self.power.power_supply}
-            environment = {**self.desk.environment, **tree}
+            environment = {**self.desk.environment, **tree, **dict(variables)}
         if not windows:
             displays = ("DISPLAY", "WAYLAND_DISPLAY")
             environment = {key: environment[key] for key in environment if key not in displays}

@@ -5,21 +5,21 @@ import pathlib
 import shutil
 import subprocess
 
-from . import notifiers
 from .bus import Bus
 from .fixture import Fixture
 from .hosts import HOSTS
 from .hosts.host import WATCHER, Look
-from .notices import Notices
+from .kelvane import kept_environment
+from .notices import NOTIFICATIONS, Notices
 from .private_bus import start_bus
 from .processes import Processes, wait_until
 
-# What programs on the desk see of the starter's environment; all else is the desk's own.
-_KEPT = ("PATH", "LANG", "LC_ALL", "ASAN_OPTIONS", "UBSAN_OPTIONS", "TSAN_OPTIONS", "LSAN_OPTIONS")
-
 
 class Desk(Fixture):
-    """`host` is a key of HOSTS, `power` a running Power or None; `environment` is for programs."""
+    """`host` is a key of HOSTS, `power` a running Power or None; `environment` is for programs.
+
+    `notifier` is "dunst" or "none".
+    """
 
     def __init__(self, directory, host="xfce", notifier="dunst", power=None, look=Look(),
                  accessibility=False):
@@ -55,7 +55,7 @@ class Desk(Fixture):
 
     def start_notifier(self):
         """Starts the notification daemon and waits until it is on the bus."""
-        self.start("notifier", *notifiers.command(self._notifier))
+        self.start("notifier", "dunst", "-print")
         self._wait_for_notifier()
 
     def screenshot(self, path, area=None):
@@ -89,10 +89,6 @@ class Desk(Fixture):
         return subprocess.run(command, env=self._x_environment(), capture_output=True,
                               text=True).stdout
 
-    def notifications(self):
-        """Every notification call and signal so far, for people to read."""
-        return self.notices.lines()
-
     def __exit__(self, *_):
         if self.notices:
             self.notices.close()
@@ -123,11 +119,11 @@ class Desk(Fixture):
             self._wait_for_notifier()
 
     def _wait_for_notifier(self):
-        wait_until(lambda: self.bus.has_owner(notifiers.NAME), "the notification daemon")
+        wait_until(lambda: self.bus.has_owner(NOTIFICATIONS), "the notification daemon")
 
     def _session(self, home, runtime):
-        variables = {name: os.environ[name] for name in _KEPT if name in os.environ}
-        variables.update(
+        variables = dict(
+            kept_environment(),
             HOME=str(home),
             XDG_CONFIG_HOME=str(home / ".config"),
             XDG_DATA_HOME=str(home / ".local/share"),

@@ -1,6 +1,6 @@
 """A stand-in for upowerd that changes as fast as it is told to, for thousands of events."""
 
-from gi.repository import Gio, GLib
+from gi.repository import GLib
 
 from .bus import Bus
 from .power import DISPLAY_DEVICE, UPOWER
@@ -53,7 +53,7 @@ class FakeUPower:
             self._objects[DISPLAY_DEVICE] = self._objects[_UPS_PATH]
 
     def __enter__(self):
-        self._bus.in_thread(self._export)
+        self._export()
         self._bus.own(UPOWER)
         return self
 
@@ -86,13 +86,9 @@ class FakeUPower:
                     for name, value in properties.items()
                 )
                 xml = f'<node><interface name="{_BATTERY}">{described}</interface></node>'
-            self._bus.connection.register_object(
-                path,
-                Gio.DBusNodeInfo.new_for_xml(xml).interfaces[0],
-                self._on_call,
-                lambda _connection, _sender, where, _what, name: self._objects[where][name],
-                None,
-            )
+            self._bus.export(
+                path, xml, self._on_call,
+                lambda _connection, _sender, where, _what, name: self._objects[where][name])
 
     def _on_call(self, _connection, _sender, _path, _interface, method, _arguments, invocation):
         if method == "EnumerateDevices":

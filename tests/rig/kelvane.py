@@ -13,6 +13,7 @@ from . import item
 from .processes import Processes, wait_until
 
 IDENTIFIER = "org.kelvane.Kelvane"
+_KEPT = ("PATH", "LANG", "LC_ALL", "ASAN_OPTIONS", "UBSAN_OPTIONS", "TSAN_OPTIONS", "LSAN_OPTIONS")
 APPLICATION = (IDENTIFIER, "/org/kelvane/Kelvane", "org.freedesktop.Application")
 
 
@@ -24,14 +25,18 @@ def program():
     return path
 
 
+def kept_environment():
+    """What programs see of the starter's environment; all else is the test's own."""
+    return {name: os.environ[name] for name in _KEPT if name in os.environ}
+
+
 def bare_environment(directory):
     """For commands run away from any desktop: a home of their own and no bus."""
     home = pathlib.Path(directory) / "home"
     runtime = home / "run"
     runtime.mkdir(parents=True, exist_ok=True)
-    kept = ("PATH", "LANG", "LC_ALL", "ASAN_OPTIONS", "UBSAN_OPTIONS", "TSAN_OPTIONS")
     return {
-        **{name: os.environ[name] for name in kept if name in os.environ},
+        **kept_environment(),
         "HOME": str(home),
         "TMPDIR": str(home),
         "XDG_CONFIG_HOME": str(home / ".config"),

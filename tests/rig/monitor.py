@@ -3,9 +3,9 @@
 import time
 import typing
 
-from gi.repository import Gio, GLib
+from gi.repository import GLib
 
-from .bus import Recording
+from .bus import Bus, Recording
 
 _MONITORING = "org.freedesktop.DBus.Monitoring"
 _KINDS = ("invalid", "call", "return", "error", "signal")
@@ -29,25 +29,15 @@ class Monitor:
     """
 
     def __init__(self, address, interface, service=None):
-        self._connection = Gio.DBusConnection.new_for_address_sync(
-            address,
-            Gio.DBusConnectionFlags.AUTHENTICATION_CLIENT
-            | Gio.DBusConnectionFlags.MESSAGE_BUS_CONNECTION,
-            None,
-            None,
-        )
-        self._connection.set_exit_on_close(False)
+        self._bus = Bus(address)
         self.messages = Recording()
         self._listening = False
-        self._connection.add_filter(self._on_message)
+        self._bus.connection.add_filter(self._on_message)
         rules = [f"interface='{interface}'"]
         if service:
             rules += [f"type='{kind}',sender='{service}'" for kind in ("method_return", "error")]
-        bus = ("org.freedesktop.DBus", "/org/freedesktop/DBus")
-        arguments = GLib.Variant("(asu)", (rules, 0))
-        self._connection.call_sync(
-            *bus, _MONITORING, "BecomeMonitor", arguments, None, 0, 5000, None
-        )
+        self._bus.call("org.freedesktop.DBus", "/org/freedesktop/DBus", _MONITORING,
+                       "BecomeMonitor", GLib.Variant("(asu)", (rules, 0)))
 
     def __enter__(self):
         return self
@@ -56,8 +46,7 @@ class Monitor:
         self.close()
 
     def close(self):
-        if not self._connection.is_closed():
-            self._connection.close_sync(None)
+        self._bus.close()
 
     def calls(self, *members):
         """The calls of those methods, or of all, in the order of their arrival."""

@@ -3,7 +3,8 @@
 import typing
 
 from .monitor import Monitor
-from .notifiers import NAME
+
+NOTIFICATIONS = "org.freedesktop.Notifications"
 
 
 class Notice(typing.NamedTuple):
@@ -31,7 +32,7 @@ class Notices:
     """Everything about notices on the session bus at `address`, since `clear`."""
 
     def __init__(self, address):
-        self.monitor = Monitor(address, NAME, service=NAME)
+        self.monitor = Monitor(address, NOTIFICATIONS, service=NOTIFICATIONS)
 
     def close(self):
         self.monitor.close()
@@ -60,11 +61,3 @@ class Notices:
 
     def shown_texts(self):
         return sorted(notice.text for notice in self.shown().values())
-
-    def lines(self):
-        """For people: one line for each call and signal."""
-        return "".join(
-            f"{message.time:.3f} {message.kind} {message.member}{message.arguments}\n"
-            for message in self.monitor.messages.signals()
-            if message.member
-        )

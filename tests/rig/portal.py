@@ -1,6 +1,6 @@
 """A desktop portal that tells its settings: the colour scheme."""
 
-from gi.repository import Gio, GLib
+from gi.repository import GLib
 
 from .bus import Bus
 
@@ -23,12 +23,7 @@ class Portal:
         self._scheme = self._scheme_of(dark)
 
     def __enter__(self):
-        interface = Gio.DBusNodeInfo.new_for_xml(_XML).interfaces[0]
-        self._bus.in_thread(
-            lambda: self._bus.connection.register_object(
-                _PATH, interface, self._on_call, None, None
-            )
-        )
+        self._bus.export(_PATH, _XML, self._on_call)
         self._bus.own(_NAME)
         return self
 

@@ -33,11 +33,11 @@ _TAKING_DESCRIPTORS = (
 
 
 class Power(Fixture):
-    """An adapter AC and batteries BAT0, BAT1 ... at 57 %, on battery; login1 is a mock."""
+    """An adapter AC and a battery BAT0 at 57 %, on battery; login1 is a mock."""
 
-    def __init__(self, directory, batteries=1, upower=True):
+    def __init__(self, directory, upower=True):
         self._directory = pathlib.Path(directory)
-        self.names = ["AC"] + [f"BAT{number}" for number in range(batteries)]
+        self.names = ["AC", "BAT0"]
         self._with_upower = upower
         self._starts = 0  # of upowerd
         self.processes = Processes(self._directory / "log")
@@ -129,10 +129,6 @@ class Power(Fixture):
 
     def has_upower(self):
         return self.processes.is_running("upowerd")
-
-    def restart_upower(self):
-        self.stop_upower()
-        self.start_upower()
 
     def _start(self):
         self._directory.mkdir(parents=True, exist_ok=True)

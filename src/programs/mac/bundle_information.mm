@@ -11,14 +11,14 @@ namespace {
 
 std::string bundleText(NSString* key) {
   const id value = [NSBundle.mainBundle objectForInfoDictionaryKey:key];
-  return [value isKindOfClass:NSString.class] ? utf8(value) : std::string();
+  return [value isKindOfClass:NSString.class] ? textOf(value) : std::string();
 }
 
 }  // namespace
 
 ApplicationInformation bundleInformation() {
   return {.name = bundleText(@"CFBundleName"),
-          .identifier = utf8(NSBundle.mainBundle.bundleIdentifier),
+          .identifier = textOf(NSBundle.mainBundle.bundleIdentifier),
           .version = bundleText(@"CFBundleShortVersionString"),
           .build = bundleText(@"CFBundleVersion"),
           .copyright = bundleText(@"NSHumanReadableCopyright")};

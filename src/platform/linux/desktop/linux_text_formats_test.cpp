@@ -2,34 +2,11 @@
 
 #include <clocale>
 #include <cstdlib>
-#include <optional>
-#include <string>
 
 #include <gtest/gtest.h>
 
 namespace kelvane {
 namespace {
-
-class ScopedVariable {
- public:
-  ScopedVariable(const char* name, const char* value) : name_(name) {
-    if (const char* old = std::getenv(name)) old_ = old;
-    setenv(name, value, 1);
-  }
-  ~ScopedVariable() {
-    if (old_) {
-      setenv(name_, old_->c_str(), 1);
-    } else {
-      unsetenv(name_);
-    }
-  }
-  ScopedVariable(const ScopedVariable&) = delete;
-  ScopedVariable& operator=(const ScopedVariable&) = delete;
-
- private:
-  const char* name_;
-  std::optional<std::string> old_;
-};
 
 TEST(LinuxTextFormats, twelveHoursByTheTimeFormat) {
   const struct {
@@ -46,22 +23,18 @@ TEST(LinuxTextFormats, twelveHoursByTheTimeFormat) {
 }
 
 TEST(LinuxTextFormats, readsTheZoneAndLeavesTheLocaleAlone) {
-  const ScopedVariable locale("LC_ALL", "C");
+  setenv("LC_ALL", "C", 1);
   LinuxTextFormats formats;
   const Date noon(std::chrono::hours(12));
-  {
-    const ScopedVariable zone("TZ", "AAA-5:30");  // east of Greenwich in POSIX's notation
-    EXPECT_EQ(formats.shortTime(noon), "17:30");
-  }
-  {
-    const ScopedVariable zone("TZ", "BBB+3");
-    EXPECT_EQ(formats.shortTime(noon), "09:00");
-  }
+  setenv("TZ", "AAA-5:30", 1);  // east of Greenwich in POSIX's notation
+  EXPECT_EQ(formats.shortTime(noon), "17:30");
+  setenv("TZ", "BBB+3", 1);
+  EXPECT_EQ(formats.shortTime(noon), "09:00");
   EXPECT_STREQ(std::setlocale(LC_ALL, nullptr), "C");
 }
 
 TEST(LinuxTextFormats, unknownLocaleReads24Hours) {
-  const ScopedVariable locale("LC_ALL", "xx_NOWHERE.UTF-8");
+  setenv("LC_ALL", "xx_NOWHERE.UTF-8", 1);
   EXPECT_FALSE(environmentClockStyle().use12Hour);
 }
 

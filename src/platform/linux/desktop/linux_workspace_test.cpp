@@ -42,10 +42,6 @@ TEST(PowerSettings, TheRunningDesktopsOwnComeFirst) {
        {"gnome-control-center", "xfce4-power-manager-settings"},
        {"gnome-control-center", "power"}},
       {"X-Cinnamon", {"cinnamon-settings", "gnome-control-center"}, {"cinnamon-settings", "power"}},
-      {"Pantheon",
-       {"io.elementary.switchboard"},
-       {"io.elementary.switchboard", "settings://power"}},
-      {"DDE", {"dde-control-center"}, {"dde-control-center", "-p", "power"}},
       {"MATE",
        {"gnome-control-center", "lxqt-config-powermanagement"},
        {"lxqt-config-powermanagement"}},
@@ -174,15 +170,18 @@ class WorkspaceTest : public ::testing::Test {
 
 TEST_F(WorkspaceTest, OpensPagesByThePortalOrElseByAProgram) {
   install("xdg-open");
-  const std::string url = "https://kelvane.example/?a=b c&d='e'";
-  const std::string byProgram = "xdg-open " + url + " in its own session";
+  const auto byProgram = [](const std::string& url) {
+    return "xdg-open " + url + " in its own session";
+  };
+  std::string url = "https://kelvane.example/?a=b c&d='e'";
   workspace->openUrl(url);
-  EXPECT_EQ(started(), byProgram) << "without a portal";
+  EXPECT_EQ(started(), byProgram(url)) << "without a portal";
 
   const std::pair<std::optional<guint32>, bool> rows[] = {
       {0, false}, {1, false}, {2, true}, {std::nullopt, true}};
   for (const auto& [response, isByProgram] : rows) {
     FakePortal portal(bus, response);
+    url += "+";
     workspace->openUrl(url);
     EXPECT_TRUE(runUntil([&] { return !portal.asked.empty(); }));
     EXPECT_THAT(portal.asked, ElementsAre(url));
@@ -191,12 +190,12 @@ TEST_F(WorkspaceTest, OpensPagesByThePortalOrElseByAProgram) {
     FakePortal::askBus(connection.get());
     runUntilIdle();
     if (isByProgram) {
-      EXPECT_EQ(started(), byProgram);
+      EXPECT_EQ(started(), byProgram(url));
     }
   }
   // What the portal opened was not opened again.
   workspace->openUrl("file:///etc/motd");
-  EXPECT_EQ(started(), "xdg-open file:///etc/motd in its own session");
+  EXPECT_EQ(started(), byProgram("file:///etc/motd"));
 }
 
 TEST_F(WorkspaceTest, OpensFilesAndPowerSettings) {

@@ -27,11 +27,6 @@ std::vector<PathStep> box(double x, double y, double width, double height) {
           {Kind::close, {}}};
 }
 
-std::vector<PathStep> joined(std::vector<PathStep> first, const std::vector<PathStep>& second) {
-  first.insert(first.end(), second.begin(), second.end());
-  return first;
-}
-
 class BitmapCanvasTest : public ::testing::Test {
  protected:
   Bitmap render(double width, double height, const Drawing& drawing,
@@ -67,22 +62,6 @@ class BitmapCanvasTest : public ::testing::Test {
   FontFaces faces_;
 };
 
-TEST_F(BitmapCanvasTest, picturesAreStretchedWithYUpwards) {
-  const Picture picture{"corner", {2, 2}, {{box(0, 0, 1, 1), 1, {}}}, true};
-  const Bitmap bitmap = render(8, 6, [&](Canvas& canvas, const Rect&) {
-    canvas.drawPicture(picture, {2, 1, 4, 4}, 1);
-  });
-  EXPECT_EQ(ink(bitmap), (Rect{2, 1, 2, 2}));
-}
-
-TEST_F(BitmapCanvasTest, outlinesInsideOutlinesAreHoles) {
-  const Picture ring{"ring", {6, 6}, {{joined(box(0, 0, 6, 6), box(2, 2, 2, 2)), 1, {}}}, true};
-  const Bitmap bitmap = render(
-      6, 6, [&](Canvas& canvas, const Rect& rect) { canvas.drawPicture(ring, rect, 1); }, kRed);
-  EXPECT_EQ(pixel(bitmap, 0, 0), 0xFFFF0000U);
-  EXPECT_EQ(pixel(bitmap, 2, 3), 0U);
-}
-
 TEST_F(BitmapCanvasTest, opacitiesMultiplyAndLayersFadeTogether) {
   const Picture pair{"pair",
                      {4, 1},
@@ -110,15 +89,6 @@ TEST_F(BitmapCanvasTest, templatesKeepTheirAlphaAndTakeTheForeground) {
   EXPECT_EQ(render(3, 1, drawing, Color{1, 0, 0, 0.5}, true).pixels[0], 0x80800000U);
   EXPECT_EQ(render(3, 1, drawing, {}, true).pixels, (Pixels{0xFF00FF00, 0x80000000, 0}));
   EXPECT_EQ(render(3, 1, drawing, kWhite, false).pixels, (Pixels{0xFF00FF00, 0x80000000, 0}));
-}
-
-TEST_F(BitmapCanvasTest, sourceAtopColoursWhatIsThereAndKeepsItsAlpha) {
-  const Bitmap bitmap = render(3, 1, [](Canvas& canvas, const Rect& rect) {
-    canvas.fill({0, 0, 1, 1}, {0, 0, 0, 1}, CompositeOperation::sourceOver);
-    canvas.fill({1, 0, 1, 1}, {0, 0, 0, 0.5}, CompositeOperation::sourceOver);
-    canvas.fill(rect, kRed, CompositeOperation::sourceAtop);
-  });
-  EXPECT_EQ(bitmap.pixels, (std::vector<std::uint32_t>{0xFFFF0000, 0x80800000, 0}));
 }
 
 TEST_F(BitmapCanvasTest, textIsCentredOnItsBaselineAndCutOffAtTheSides) {

@@ -41,31 +41,6 @@ TEST(Bitmap, pixelSizesAreRoundedUp) {
   }
 }
 
-TEST(Bitmap, titlesAreCentredOnTheirCapitals) {
-  const PinnedFonts fonts({"DejaVu Sans"});
-  FontFaces faces;
-  const auto inkRows = [&](const AttributedText& text, double length) {
-    const Bitmap bitmap = renderText(faces, text, length, 22, 2, Color{1, 1, 1, 1});
-    EXPECT_EQ(bitmap.width, static_cast<int>(length) * 2);
-    EXPECT_EQ(bitmap.height, 44);
-    std::vector<int> rows;
-    for (int y = 0; y < bitmap.height; ++y) {
-      for (int x = 0; x < bitmap.width; ++x) {
-        if (bitmap.pixels[static_cast<std::size_t>(y * bitmap.width + x)] == 0) continue;
-        rows.push_back(y);
-        break;
-      }
-    }
-    return rows;
-  };
-  for (const std::optional<double> size : {std::optional<double>(), std::optional<double>(11)}) {
-    const std::vector<int> rows = inkRows({{{"HE", size, FontWeight::regular, {}}}}, 40);
-    ASSERT_FALSE(rows.empty());
-    EXPECT_NEAR(rows.front(), 43 - rows.back(), 1);
-    EXPECT_EQ(inkRows({{{"HE", size, FontWeight::regular, {}}}}, 4), rows);  // cut at the sides
-  }
-}
-
 TEST(Bitmap, runsFollowEachOtherInTheirColours) {
   const PinnedFonts fonts({"DejaVu Sans"});
   FontFaces faces;

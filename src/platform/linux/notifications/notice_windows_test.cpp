@@ -72,33 +72,24 @@ TEST_F(NoticeWindowsTest, AnAlertIsACriticalNoticeAndALine) {
   EXPECT_EQ(loop_.mode(), RunLoopMode::standard);
 }
 
-TEST_F(NoticeWindowsTest, AnAlertWithoutButtonsEndsWithItsNotice) {
-  auto handle = show({.title = "low"});
-  settle();
-  session_.server->answer(g_variant_new("(u)", 7));
-  settle();
-  loop_.advance(3600);
-  EXPECT_THAT(answers_, ElementsAre());
-  NotificationServer::sayClosed(session_.server->connection.get(), g_variant_new("(uu)", 7, 2));
-  settle();
-  EXPECT_THAT(answers_, ElementsAre(0));
-  handle->abort();
-  settle();
-  EXPECT_THAT(answers_, ElementsAre(0));
-  EXPECT_THAT(session_.log, ElementsAre("Notify 0 Kelvane"));
-}
-
-TEST_F(NoticeWindowsTest, AbortingTakesTheNoticeAway) {
-  auto handle = show({.title = "low"});
-  settle();
-  session_.server->answer(g_variant_new("(u)", 7));
-  settle();
-  handle->abort();
-  handle->abort();
-  EXPECT_THAT(answers_, ElementsAre());
-  settle();
-  EXPECT_THAT(answers_, ElementsAre(0));
-  EXPECT_THAT(session_.log, ElementsAre("Notify 0 Kelvane", "Close 7"));
+TEST_F(NoticeWindowsTest, AnAlertWithoutButtonsEndsOnceByTheUserOrByAborting) {
+  for (const bool isAborted : {false, true}) {
+    auto handle = show({.title = "low"});
+    settle();
+    session_.server->answer(g_variant_new("(u)", 7));
+    settle();
+    loop_.advance(3600);
+    if (isAborted)
+      handle->abort();
+    else
+      NotificationServer::sayClosed(session_.server->connection.get(), g_variant_new("(uu)", 7, 2));
+    EXPECT_THAT(answers_, ElementsAre());
+    settle();
+    handle->abort();
+    settle();
+    EXPECT_THAT(std::exchange(answers_, {}), ElementsAre(0));
+  }
+  EXPECT_THAT(session_.log, ElementsAre("Notify 0 Kelvane", "Notify 0 Kelvane", "Close 7"));
 }
 
 TEST_F(NoticeWindowsTest, WithoutAServerAnAlertEndsAtOnce) {

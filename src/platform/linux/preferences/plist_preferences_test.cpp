@@ -1,11 +1,6 @@
 // Keeping preferences in a file that other processes read and write too.
 #include "platform/linux/preferences/plist_preferences.h"
 
-#include <thread>
-
-#include <sys/wait.h>
-#include <unistd.h>
-
 #include "platform/linux/preferences/preferences_folder_test.h"
 
 namespace kelvane {
@@ -14,7 +9,6 @@ namespace {
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
-using ::testing::SizeIs;
 namespace fs = std::filesystem;
 
 using PlistPreferencesTest = PreferencesFolderTest;
@@ -87,33 +81,6 @@ TEST_F(PlistPreferencesTest, OtherKeysKeepWhatOthersStored) {
   EXPECT_THAT(bytesOf(path), HasSubstr("<key>uid</key>"));
 }
 
-TEST_F(PlistPreferencesTest, WritersInTwoProcessesLoseNothing) {
-  constexpr int kKeys = 40;
-  const auto work = [&](const std::string& prefix) {
-    PlistPreferences preferences(path);
-    for (int i = 0; i < kKeys; ++i) {
-      preferences.setObject(prefix + std::to_string(i), i);
-      if (!preferences.synchronize()) return false;
-    }
-    return true;
-  };
-  std::vector<pid_t> children;
-  for (const std::string prefix : {"a", "b"}) {
-    children.push_back(fork());
-    if (children.back() == 0) _exit(work(prefix) ? 0 : 1);
-  }
-  bool isDone = false;
-  std::thread thread([&] { isDone = work("c"); });
-  thread.join();
-  EXPECT_TRUE(isDone);
-  for (const pid_t child : children) {
-    int status = 0;
-    EXPECT_EQ(waitpid(child, &status, 0), child);
-    EXPECT_EQ(status, 0);
-  }
-  EXPECT_THAT(onDisk(), SizeIs(3 * kKeys));
-}
-
 TEST_F(PlistPreferencesTest, AnotherProcessIsHeardOncePerKeyAndOurselvesNeverTwice) {
   put(PropertyDictionary{{"changed", "old"}, {"removed", "old"}, {"same", "old"}});
   const auto preferences = follow();
@@ -157,19 +124,6 @@ TEST_F(PlistPreferencesTest, OursComesAfterTheirsWhenItIsNotWrittenYet) {
   settle();
   EXPECT_THAT(told, ElementsAre("answer: before ->-", "answer: ->theirs", "key: before ->-",
                                 "key: ->ours"));
-}
-
-TEST_F(PlistPreferencesTest, AFileThatIsJustBeingWrittenChangesNothing) {
-  put(PropertyDictionary{{"key", "old"}});
-  const auto preferences = follow();
-  for (const char* key : {"key", "mark"}) observe(*preferences, key);
-  put("<?xml version='1.0'?><plist version='1.0'><dict>");
-  for (int i = 0; i < 5; ++i) g_main_context_iteration(nullptr, FALSE);
-  put(PropertyDictionary{{"key", "new"}});
-  EXPECT_TRUE(until([&] { return told.size() >= 2; }));
-  settle();
-  EXPECT_THAT(told, ElementsAre("key: before old>-", "key: old>new"));
-  EXPECT_THAT(reports, IsEmpty());
 }
 
 TEST_F(PlistPreferencesTest, AFileOrFolderThatGoesAwayTakesItsValuesWithIt) {

@@ -103,18 +103,6 @@ TEST_F(MenuOfWindowsTest, ASecondClickClosesIt) {
   EXPECT_THAT(heard(), HasSubstr(encode(CloseMenu{2})));
 }
 
-TEST_F(MenuOfWindowsTest, ItsCommandHasTheSameProgramForItsWindow) {
-  install("hello; heed menu; say '{\"kind\":\"menuChosen\",\"menu\":1,\"line\":0}'; heed never");
-  std::unique_ptr<ViewWindow> window;
-  menu_.make = [&] {
-    const auto open = [&] { window = windows_->openWindow("Kelvane", {}, {}); };
-    return std::vector<MenuLine>{{.title = "Go", .action = [this, open] { loop_.async(open); }}};
-  };
-  click();
-  ASSERT_TRUE(hasHeard("\"kind\":\"open\""));
-  EXPECT_EQ(heard().find("end\n"), std::string::npos);
-}
-
 TEST_F(MenuOfWindowsTest, StaysClosedWithoutWindowsAndBehindAnAlert) {
   install("");
   testing::internal::CaptureStderr();

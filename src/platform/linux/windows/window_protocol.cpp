@@ -179,8 +179,8 @@ class Reader {
   std::string& error_;
 };
 
-std::string textOf(const json& value, int indentation = -1) {
-  return value.dump(indentation, ' ', false, json::error_handler_t::replace);
+std::string textOf(const json& value) {
+  return value.dump(-1, ' ', false, json::error_handler_t::replace);
 }
 
 template <typename Messages>
@@ -284,9 +284,7 @@ Decoded<WindowRequest> decodeRequest(std::string_view line) {
 }
 Decoded<WindowEvent> decodeEvent(std::string_view line) { return decodeOneOf<WindowEvent>(line); }
 
-std::string encodeView(const ViewNode& tree, int indentation) {
-  return textOf(Writer::asJson(tree), indentation);
-}
+std::string encodeView(const ViewNode& tree) { return textOf(Writer::asJson(tree)); }
 
 Decoded<ViewNode> decodeView(std::string_view text) {
   Decoded<ViewNode> decoded;

@@ -183,9 +183,8 @@ Decoded<Greeting> decodeGreeting(std::string_view line);
 Decoded<WindowRequest> decodeRequest(std::string_view line);
 Decoded<WindowEvent> decodeEvent(std::string_view line);
 
-// A tree by itself, as `OpenWindow` has it, without a line's end; indented by so many spaces, or on
-// one line when that is negative.
-std::string encodeView(const ViewNode& tree, int indentation = -1);
+// A tree by itself, as `OpenWindow` has it, on one line without its end.
+std::string encodeView(const ViewNode& tree);
 Decoded<ViewNode> decodeView(std::string_view text);
 
 }  // namespace kelvane

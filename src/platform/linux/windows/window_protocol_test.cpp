@@ -140,7 +140,6 @@ TEST(WindowProtocol, ATreeComesBackWhole) {
   ASSERT_TRUE(back.message) << back.error;
   EXPECT_EQ(*back.message, node);
   EXPECT_THAT(encodeView(node), HasSubstr(R"("alignment":"center")"));
-  EXPECT_EQ(encodeView({.id = "d"}, 1), "{\n \"id\": \"d\",\n \"kind\": \"text\"\n}");
 }
 
 TEST(WindowProtocol, NonsenseIsAnErrorOnOneLine) {

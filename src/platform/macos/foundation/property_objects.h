@@ -4,19 +4,12 @@
 #pragma once
 
 #include <optional>
-#include <string>
 
 #import <Foundation/Foundation.h>
 
 #include "platform/property_value.h"
 
 namespace kelvane {
-
-// Empty for nil and for what has no UTF-8 form.
-std::string textOf(NSString* _Nullable string);
-
-// nil when the text is no UTF-8.
-NSString* _Nullable stringOf(const std::string& text);
 
 // Absent for nil, for a class that property lists don't have, for a date that microseconds can't
 // count, for an array with such an element, and beyond 32 levels. A dictionary merely lacks the

@@ -6,6 +6,8 @@
 #include <utility>
 #include <variant>
 
+#include "platform/macos/foundation/strings.h"
+
 namespace kelvane {
 namespace {
 
@@ -105,19 +107,6 @@ struct ObjectMaker {
 };
 
 }  // namespace
-
-std::string textOf(NSString* string) {
-  const char* bytes = string.UTF8String;
-  // A text may contain NUL.
-  return bytes ? std::string(bytes, [string lengthOfBytesUsingEncoding:NSUTF8StringEncoding])
-               : std::string();
-}
-
-NSString* stringOf(const std::string& text) {
-  return [[NSString alloc] initWithBytes:text.data()
-                                  length:text.size()
-                                encoding:NSUTF8StringEncoding];
-}
 
 std::optional<PropertyValue> propertyValueOf(id object) { return valueOf(object, 1); }
 

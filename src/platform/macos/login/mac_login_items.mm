@@ -3,6 +3,7 @@
 #import <ServiceManagement/ServiceManagement.h>
 
 #include "platform/macos/foundation/property_objects.h"
+#include "platform/macos/foundation/strings.h"
 
 namespace kelvane {
 namespace {

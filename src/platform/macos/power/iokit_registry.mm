@@ -5,6 +5,7 @@
 #import <IOKit/IOKitLib.h>
 
 #include "platform/macos/foundation/property_objects.h"
+#include "platform/macos/foundation/strings.h"
 
 namespace kelvane {
 
@@ -16,7 +17,7 @@ ServiceHandle IokitRegistry::findService(std::string_view name) {
 std::optional<PropertyValue> IokitRegistry::property(ServiceHandle service, std::string_view name) {
   if (service == IO_OBJECT_NULL) return std::nullopt;
   @autoreleasepool {
-    NSString* key = stringOf(std::string(name));
+    NSString* key = stringOf(name);
     if (!key) return std::nullopt;
     return propertyValueOf((__bridge_transfer id)IORegistryEntryCreateCFProperty(
         service, (__bridge CFStringRef)key, kCFAllocatorDefault, 0));

@@ -1,8 +1,9 @@
 // The user's preferences as the system keeps them: the application's own domain. Any thread; made
 // and destroyed on the main thread.
 //
-// A registered default counts as the key's value here, in `object` as in the old and new values of
-// a change. Keys that are observed have no dot in their names: the system would read a path.
+// A registered default counts as the key's value here: observers get it, and hear only of what
+// changes a reading. Keys that are observed have no dot in their names: the system would read a
+// path.
 #pragma once
 
 #include <memory>

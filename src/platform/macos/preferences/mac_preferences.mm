@@ -8,6 +8,7 @@
 #import <Foundation/Foundation.h>
 
 #include "platform/macos/foundation/property_objects.h"
+#include "platform/macos/foundation/strings.h"
 #include "platform/macos/preferences/preference_change.h"
 #include "platform/portable/preference_observers.h"
 
@@ -94,8 +95,9 @@ class MacPreferences::Impl {
   }
 
  private:
-  static void tell(const std::weak_ptr<PreferenceObservers>& weakObservers, const std::string& key,
-                   const PreferenceChange& change) {
+  // By value: a block that outlives the call would keep references.
+  static void tell(std::weak_ptr<PreferenceObservers> weakObservers, std::string key,
+                   PreferenceChange change) {
     if (ownChanges > 0 || NSThread.isMainThread) {
       if (const auto observers = weakObservers.lock()) observers->notify(key, change);
       return;

@@ -25,7 +25,7 @@ class MacRunLoop : public RunLoop {
   // Runs the application until `terminate`, and answers what that was given. When the system ends
   // the application (log-out, say) it does not return: the process ends with 0.
   int run();
-  // Ends a modal alert first, as if nobody had answered it.
+  // Ends modal alerts first, as if nobody had answered them.
   void terminate(int exitCode) override;
 
   void async(Job job) override;
@@ -42,6 +42,7 @@ class MacRunLoop : public RunLoop {
  private:
   std::set<std::pair<std::shared_ptr<CfRunLoopSource>, RunLoopMode>> sources_;
   int exitCode_ = 0;
+  std::unique_ptr<Timer> ending_;
 };
 
 }  // namespace kelvane

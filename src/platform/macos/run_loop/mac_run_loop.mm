@@ -11,6 +11,7 @@ namespace {
 
 // A year: longer waits would overflow nanoseconds one day, and nobody waits for them.
 constexpr double kLongestDelay = 365.0 * 24 * 60 * 60;
+constexpr double kEndingInterval = 0.01;  // seconds
 
 CFRunLoopMode modeName(RunLoopMode mode) {
   switch (mode) {
@@ -58,17 +59,6 @@ void stopApplication() {
   if (event) [NSApp postEvent:event atStart:YES];
 }
 
-// Not by the main queue: that may be waiting for the very alert that is to be ended.
-void endApplicationInALaterTurn() {
-  CFRunLoopPerformBlock(CFRunLoopGetMain(), kCFRunLoopCommonModes, ^{
-    if (!NSApp.modalWindow) return stopApplication();
-    // `abortModal` may leave by an exception.
-    endApplicationInALaterTurn();
-    [NSApp abortModal];
-  });
-  CFRunLoopWakeUp(CFRunLoopGetMain());
-}
-
 }  // namespace
 
 MacRunLoop::~MacRunLoop() {
@@ -78,12 +68,21 @@ MacRunLoop::~MacRunLoop() {
 
 int MacRunLoop::run() {
   [NSApplication.sharedApplication run];
+  ending_.reset();
   return exitCode_;
 }
 
 void MacRunLoop::terminate(int exitCode) {
   exitCode_ = exitCode;
-  endApplicationInALaterTurn();
+  // Again and again, because another alert may be on its way. Not by the main queue: a job of it
+  // may be what waits for the alert. Not by `abortModal`: a timer that an exception leaves is lost.
+  ending_ = startTimer(kEndingInterval, true, [] {
+    if (NSApp.modalWindow) {
+      [NSApp stopModalWithCode:NSModalResponseAbort];
+    } else {
+      stopApplication();
+    }
+  });
 }
 
 void MacRunLoop::async(Job job) {

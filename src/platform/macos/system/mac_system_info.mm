@@ -9,7 +9,7 @@
 #include <sys/utsname.h>
 #include <unistd.h>
 
-#include "platform/macos/foundation/property_objects.h"
+#include "platform/macos/foundation/strings.h"
 #include "platform/portable/macos_names.h"
 
 namespace kelvane {

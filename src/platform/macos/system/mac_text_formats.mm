@@ -5,7 +5,7 @@
 
 #import <Foundation/Foundation.h>
 
-#include "platform/macos/foundation/property_objects.h"
+#include "platform/macos/foundation/strings.h"
 
 namespace kelvane {
 

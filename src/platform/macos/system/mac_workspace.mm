@@ -2,7 +2,7 @@
 
 #import <AppKit/AppKit.h>
 
-#include "platform/macos/foundation/property_objects.h"
+#include "platform/macos/foundation/strings.h"
 #include "platform/macos/system/mac_system_info.h"
 #include "platform/portable/macos_names.h"
 

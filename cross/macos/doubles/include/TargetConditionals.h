@@ -1,0 +1,2 @@
+// Nobody asks yet.
+#pragma once
