@@ -47,13 +47,16 @@ class SourceTest(DeskCase):
 
     def test_follows_upower_after_its_restart(self):
         item = self.start_kelvane().item()
+        self.waits_for_estimate(item)
+        self.power.stop_upower()
+        self.waits_for_estimate(item, is_there=False)
 
-        def restart_at_20():
-            self.power.stop_upower()
-            self.power.set("capacity=20")
+        def return_at_20():
+            self.power.set_silently("capacity=20")
             self.power.start_upower()
 
-        self.changes_picture(item, restart_at_20, "UPower's return at 20 %")
+        self.changes_picture(item, return_at_20, "UPower's return at 20 %")
+        self.waits_for_estimate(item)
         self.changes_picture(item, lambda: self.power.set("capacity=80"), "a change afterwards")
 
     def test_kernel_events_serve_while_upower_is_away(self):

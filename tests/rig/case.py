@@ -8,7 +8,9 @@ import unittest
 
 from .desk import Desk
 from .kelvane import Kelvane, bare_environment, run
+from .menu import Menu
 from .power import Power
+from .processes import wait_until
 
 # Where tests leave pictures for people to look at.
 ARTIFACTS = pathlib.Path(os.environ.get("KELVANE_ARTIFACTS", tempfile.gettempdir()))
@@ -91,14 +93,36 @@ class DeskCase(unittest.TestCase):
         return pathlib.Path(folder.name)
 
     def changes_picture(self, item, change, what):
-        """Makes `change()`, waits for NewIcon and gives the picture, which must be another one."""
+        """Makes `change()` and gives the picture, another one, that a NewIcon then told of."""
+        return self.draws(item, change, what)[1]
+
+    def draws(self, item, change, what):
+        """Makes `change()`; gives the first NewIcon that finds another picture, and the picture.
+
+        On a busy machine a picture may come and go again before the lasting one: the kernel's word
+        comes before UPower's.
+        """
         before = item.picture()
-        recording = item.record()
+        said = item.record()
         change()
-        recording.wait_for("NewIcon", what=f"NewIcon after {what}")
-        after = item.picture()
-        self.assertNotEqual(before, after, f"the picture is the same after {what}")
-        return after
+        seen = []
+
+        def drawn():
+            news = said.signals(lambda signal: signal.member == "NewIcon")
+            if len(news) == len(seen):
+                return None
+            seen[:] = news
+            after = item.picture()
+            return (news[-1], after) if after != before else None
+
+        return wait_until(drawn, lambda: f"another picture after {what}; seen: {said.members()}", 5)
+
+    def waits_for_estimate(self, item, is_there=True):
+        """Of the time that is left, which is UPower's alone to tell; the item may come before it."""
+        labels = Menu.of(item).labels
+        is_estimate = lambda label: label[:1].isdigit() and label.endswith("Remaining")
+        wait_until(lambda: any(map(is_estimate, labels())) == is_there,
+                   lambda: f"{'an' if is_there else 'no'} estimate in {labels()}")
 
     def _ends_well(self, kelvane, says):
         if kelvane.process.poll() is None:
