@@ -9,6 +9,7 @@ import time
 import unittest
 
 from rig.case import CommandCase, DeskCase
+from rig.fake_watcher import FakeWatcher
 from rig.kelvane import IDENTIFIER, preferences_file, program, run
 from rig.private_bus import start_bus
 from rig.processes import Processes
@@ -52,7 +53,7 @@ class DeskTest(DoctorCase, DeskCase):
         entry.write_text(ENTRY.format(helper))
         found = self.diagnosis(kelvane.environment)
         self.assertRegex(found.pop("tray")[0],
-                         r"^ok: Xfce \(process panel-\d+-systray\), a square of 22 points$")
+                         r"^ok: Xfce \(process panel-\d+-systray\)$")
         self.assertRegex(found.pop("notifications")[0], r"^ok: dunst [^:]+:.* actions .*body")
         self.assertEqual(found.pop("portal")[0],
                          "note: none, so the desktop’s light or dark may not be known")
@@ -62,9 +63,10 @@ class DeskTest(DoctorCase, DeskCase):
         )
         self.assertEqual(found, {
             "session bus": ["ok: " + self.desk.environment["DBUS_SESSION_BUS_ADDRESS"]],
+            "shape": ["ok: a square of 22 points, which suits Xfce"],
             "scale": ["ok: 1, says xfconf"],
             "colours": ["ok: light bar: the glyph is dark; no preference for windows"],
-            "Kelvane": ["ok: it runs, the tray has its item"],
+            "Kelvane": ["ok: it runs, the tray has its item: 22×22 pixels"],
             "UPower": [f"ok: version {version}"],
             "battery": ["ok: BAT0, 57 %"],
             "login": [f"ok: started by {entry}"],
@@ -74,6 +76,25 @@ class DeskTest(DoctorCase, DeskCase):
         self.assertTrue(report["canBeSeen"])
         self.assertEqual([each["subject"] for each in report["findings"]][:2],
                          ["session bus", "tray"])
+
+    def test_what_is_set_instead(self):
+        kelvane = self.start_kelvane()
+        item = kelvane.item()
+        self.changes_picture(item, lambda: kelvane.set("trayIconShape", '"wide"'), "the wide shape")
+        self.changes_picture(item, lambda: kelvane.set("trayIconColor", '"light"'), "the light one")
+        found = self.diagnosis(kelvane.environment)
+        self.assertEqual(
+            found["shape"],
+            ["ok: 22 points high, as wide as the item, says the setting trayIconShape"],
+        )
+        self.assertEqual(
+            found["colours"],
+            ["ok: the glyph is light, says the setting trayIconColor; no preference for windows"],
+        )
+        width, height, _ = item.picture()
+        self.assertGreater(width, height)
+        self.assertEqual(found["Kelvane"],
+                         [f"ok: it runs, the tray has its item: {width}×{height} pixels"])
 
     def test_without_a_tray(self):
         kelvane = self.kelvane()
@@ -85,7 +106,7 @@ class DeskTest(DoctorCase, DeskCase):
             "Add the item “Status Tray Plugin” to a panel (Panel › Add New Items…).",
         ])
         self.assertEqual(found["Kelvane"], ["note: it does not run", "Start it: kelvane"])
-        self.assertNotIn("scale", found)
+        self.assertFalse({"shape", "scale", "colours"} & set(found))
 
     def test_without_upower(self):
         self.power.stop_upower()
@@ -162,6 +183,19 @@ class BareTest(DoctorCase, CommandCase):
         self.assertEqual(found["portal"],
                          ["note: it does not run, and Kelvane does not start it"])
         self.assertFalse(started.exists())
+
+    def test_watcher_that_nothing_shows(self):
+        processes = self.enter(Processes(self.directory / "log"))
+        address = start_bus(processes, self.directory, "session")
+        self.environment["DBUS_SESSION_BUS_ADDRESS"] = address
+        watcher = self.enter(FakeWatcher(address))
+        text, remedy = self.diagnosis(self.environment, code=1)["tray"]
+        self.assertRegex(text, r"^problem: .*\(process .*\) collects items, but nothing shows them$")
+        self.assertRegex(remedy, "^End that process, .* Run a panel that shows")
+        watcher.has_host = True
+        found = self.diagnosis(self.environment)
+        self.assertRegex(found["tray"][0], "^ok: a host that Kelvane does not know ")
+        self.assertEqual(found["shape"], ["ok: a square of 22 points, which any host shows"])
 
     def test_ups_is_no_battery(self):
         (self.tree.path / "BAT0" / "type").write_text("UPS\n")

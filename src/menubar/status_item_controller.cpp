@@ -8,14 +8,15 @@
 #include "menubar/colors.h"
 #include "menubar/item_text.h"
 #include "menubar/square_glyph.h"
-#include "settings/settings_keys.h"
 
 namespace kelvane {
 namespace {
 
 constexpr double kPositionPlaceholder = 1000.0;
 
-std::optional<Slot::Shape> slotShape(TrayIconShape shape) {
+}  // namespace
+
+std::optional<Slot::Shape> wantedShape(TrayIconShape shape) {
   switch (shape) {
     case TrayIconShape::wide:
       return Slot::Shape::wide;
@@ -27,8 +28,7 @@ std::optional<Slot::Shape> slotShape(TrayIconShape shape) {
   return std::nullopt;
 }
 
-// A light glyph is what a dark bar gets, and the other way round.
-std::optional<Appearance> barAppearance(TrayIconColor color) {
+std::optional<Appearance> wantedAppearance(TrayIconColor color) {
   switch (color) {
     case TrayIconColor::light:
       return Appearance::dark;
@@ -39,8 +39,6 @@ std::optional<Appearance> barAppearance(TrayIconColor color) {
   }
   return std::nullopt;
 }
-
-}  // namespace
 
 StatusItemController::StatusItemController(StatusBar& statusBar, Preferences& preferences,
                                            const KitKeys& kitKeys, const ItemContext& context,
@@ -89,8 +87,8 @@ void StatusItemController::updateStatusItemVisibility() {
 
 void StatusItemController::applyTraySettings() {
   StatusItem& item = statusItem();
-  item.setShape(slotShape(context_.settings.trayIconShape.get()));
-  item.setAppearance(barAppearance(context_.settings.trayIconColor.get()));
+  item.setShape(wantedShape(context_.settings.trayIconShape.get()));
+  item.setAppearance(wantedAppearance(context_.settings.trayIconColor.get()));
 }
 
 void StatusItemController::updateStatusItem() {

@@ -14,11 +14,17 @@
 #include "platform/preferences.h"
 #include "platform/status_bar.h"
 #include "reactive/publisher.h"
+#include "settings/settings_keys.h"
 #include "store/setting_key.h"
 
 namespace kelvane {
 
 struct KitKeys;
+
+// What the settings want of the item; absent: what suits the bar.
+std::optional<Slot::Shape> wantedShape(TrayIconShape shape);
+// A light glyph is what a dark bar gets, and the other way round.
+std::optional<Appearance> wantedAppearance(TrayIconColor color);
 
 class StatusItemController {
  public:

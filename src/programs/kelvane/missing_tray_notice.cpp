@@ -2,8 +2,6 @@
 
 #include <utility>
 
-#include "platform/linux/tray/watcher.h"
-
 namespace kelvane {
 namespace {
 
@@ -23,12 +21,11 @@ MissingTrayNotice::MissingTrayNotice(RunLoop& loop, GDBusConnection* bus, Notice
 void MissingTrayNotice::look() {
   patience_.reset();
   if (!questions_.isItemWanted()) return;
-  tray_ = std::make_unique<NameWatch>(bus_, Watcher::kName,
-                                      [this](const std::string& owner) { ownerChanged(owner); });
+  tray_ = std::make_unique<TrayWatch>(bus_, [this](bool isShown) { shownChanged(isShown); });
 }
 
-void MissingTrayNotice::ownerChanged(const std::string& owner) {
-  if (owner.empty()) return post();
+void MissingTrayNotice::shownChanged(bool isShown) {
+  if (!isShown) return post();
   if (isPosted_) board_.close(kIdentifier);
   tray_.reset();
 }

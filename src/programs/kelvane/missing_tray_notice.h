@@ -8,8 +8,8 @@
 
 #include <gio/gio.h>
 
-#include "platform/linux/glib/bus.h"
 #include "platform/linux/notifications/notice_board.h"
+#include "platform/linux/tray/tray_watch.h"
 #include "platform/run_loop.h"
 
 namespace kelvane {
@@ -31,14 +31,14 @@ class MissingTrayNotice {
 
  private:
   void look();
-  void ownerChanged(const std::string& owner);
+  void shownChanged(bool isShown);
   void post();
 
   GDBusConnection* bus_;
   NoticeBoard& board_;
   Questions questions_;
   std::unique_ptr<Timer> patience_;
-  std::unique_ptr<NameWatch> tray_;  // from the look until there is nothing to take away any more
+  std::unique_ptr<TrayWatch> tray_;  // from the look until there is nothing to take away any more
   bool isPosted_ = false;
   bool isShown_ = false;
 };

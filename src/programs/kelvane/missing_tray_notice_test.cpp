@@ -1,17 +1,57 @@
 #include "programs/kelvane/missing_tray_notice.h"
 
-#include <memory>
+#include <optional>
 #include <sstream>
 #include <string>
+#include <string_view>
 
 #include <gtest/gtest.h>
 
+#include "platform/linux/glib/exported_object.h"
 #include "platform/linux/notifications/notification_server_test.h"
 #include "platform/linux/tray/watcher.h"
 #include "platform/memory/memory_run_loop.h"
 
 namespace kelvane {
 namespace {
+
+constexpr const char* kTrayPath = "/StatusNotifierWatcher";
+constexpr const char* kTrayXml = R"xml(<node><interface name="org.kde.StatusNotifierWatcher">
+  <property name="RegisteredStatusNotifierItems" type="as" access="read"/>
+  <property name="IsStatusNotifierHostRegistered" type="b" access="read"/>
+  <signal name="StatusNotifierHostRegistered"/>
+</interface></node>)xml";
+
+// A watcher with a host or without one; the latter may also be no tray at all.
+struct Tray {
+  explicit Tray(const PrivateBus& bus)
+      : connection(bus.connect()), node(parseInterface(kTrayXml)) {}
+  ~Tray() {
+    if (!g_dbus_connection_is_closed(connection.get())) leave();
+  }
+  void answer() {
+    object.emplace(connection.get(), kTrayPath, node->interfaces[0],
+                   ExportedObject::Handlers{nullptr, [this](std::string_view name) {
+                                              return name == "IsStatusNotifierHostRegistered"
+                                                         ? g_variant_new_boolean(hasHost)
+                                                         : g_variant_new_strv(nullptr, 0);
+                                            }});
+  }
+  void come() { askBus(connection.get(), "RequestName", g_variant_new("(su)", Watcher::kName, 4)); }
+  void setHost(bool has) {
+    hasHost = has;
+    object->emit("StatusNotifierHostRegistered");
+  }
+  void leave() {
+    object.reset();
+    g_dbus_connection_close_sync(connection.get(), nullptr, nullptr);
+  }
+
+  const GObjectPtr<GDBusConnection> connection;
+  const GDBusNodeInfoPtr node;
+  std::optional<ExportedObject> object;
+  bool hasHost = false;
+};
 
 // Plays words, each of which happens to the session, and answers what the notification server heard
 // of them, with a slash after each.
@@ -23,7 +63,7 @@ std::string heardDuring(const PrivateBus& bus, const std::string& play) {
   bool isWanted = true;
   MissingTrayNotice notice(loop, session.connection.get(), board,
                            {[&] { return isWanted; }, [] { return std::string("Do this."); }});
-  GObjectPtr<GDBusConnection> tray;
+  std::optional<Tray> tray;
   std::string heard;
   std::istringstream words(play);
   for (std::string word; words >> word;) {
@@ -32,11 +72,14 @@ std::string heardDuring(const PrivateBus& bus, const std::string& play) {
     if (word == "19s") loop.advance(19);
     if (word == "1s") loop.advance(1.01);
     if (word == "hour") loop.advance(3600);
-    if (word == "tray") {
-      tray = bus.connect();
-      askBus(tray.get(), "RequestName", g_variant_new("(su)", Watcher::kName, 4));
+    if (word == "tray" || word == "watcher" || word == "name") {
+      tray.emplace(bus);
+      tray->hasHost = word == "tray";
+      if (word != "name") tray->answer();
+      tray->come();
     }
-    if (word == "no-tray") g_dbus_connection_close_sync(tray.get(), nullptr, nullptr);
+    if (word == "host" || word == "no-host") tray->setHost(word == "host");
+    if (word == "no-tray") tray->leave();
     if (word == "answer") session.server->answer(g_variant_new("(u)", 7));
     if (word == "dismiss")
       NotificationServer::sayClosed(session.server->connection.get(), g_variant_new("(uu)", 7, 2));
@@ -49,8 +92,6 @@ std::string heardDuring(const PrivateBus& bus, const std::string& play) {
     g_variant_get_child(session.server->lastNotify.get(), 4, "&s", &body);
     EXPECT_NE(std::string(body).find("Do this."), std::string::npos) << body;
   }
-  if (tray && !g_dbus_connection_is_closed(tray.get()))
-    g_dbus_connection_close_sync(tray.get(), nullptr, nullptr);
   return heard;
 }
 
@@ -65,6 +106,11 @@ TEST(MissingTrayNotice, ComesOnceAndGoesWithATray) {
       // In time, and whatever becomes of it then.
       {"tray 19s 1s no-tray hour", "/ / / / / "},
       {"19s tray 1s no-tray", "/ / / / "},
+      // A watcher is not enough: somebody must show what it collects.
+      {"watcher 19s 1s answer host no-host", "/ / " + notify + "/ / Close 7 / / "},
+      {"name 19s 1s", "/ / " + notify + "/ "},
+      {"19s 1s answer watcher no-tray tray", "/ " + notify + "/ / / / Close 7 / "},
+      {"watcher 19s host 1s no-host hour", "/ / / / / / "},
       // Nobody misses what is hidden, nor later.
       {"hide 19s 1s show hour", "/ / / / / "},
   };

@@ -5,6 +5,19 @@
 namespace kelvane {
 namespace {
 
+bool isRefusal(const GError* error) {
+  if (error->domain != G_DBUS_ERROR) return false;
+  switch (error->code) {
+    case G_DBUS_ERROR_UNKNOWN_METHOD:
+    case G_DBUS_ERROR_UNKNOWN_OBJECT:
+    case G_DBUS_ERROR_UNKNOWN_INTERFACE:
+    case G_DBUS_ERROR_INVALID_ARGS:  // what GLib's services say of an interface they don't know
+      return true;
+    default:
+      return false;
+  }
+}
+
 const char* orNull(const std::string& text) { return text.empty() ? nullptr : text.c_str(); }
 
 void finishCall(GObject* source, GAsyncResult* result, gpointer data) {
@@ -12,7 +25,8 @@ void finishCall(GObject* source, GAsyncResult* result, gpointer data) {
   GError* rawError = nullptr;
   GVariant* rawValue = g_dbus_connection_call_finish(G_DBUS_CONNECTION(source), result, &rawError);
   const GErrorPtr error(rawError);
-  BusReply reply{GVariantPtr(rawValue), error ? error->message : ""};
+  BusReply reply{GVariantPtr(rawValue), error ? error->message : "",
+                 error && isRefusal(error.get())};
   // Whoever asked is gone.
   if (error && g_error_matches(error.get(), G_IO_ERROR, G_IO_ERROR_CANCELLED)) return;
   (*done)(std::move(reply));

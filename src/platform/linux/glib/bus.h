@@ -18,6 +18,7 @@ namespace kelvane {
 struct BusReply {
   GVariantPtr value;
   std::string error;
+  bool isRefused = false;  // the error is that there is no such object, interface or method
   explicit operator bool() const { return value != nullptr; }
 };
 

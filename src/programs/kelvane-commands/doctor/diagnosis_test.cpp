@@ -33,7 +33,7 @@ DoctorFacts health() {
   tray.slot = profileOf(tray.host).slot;
   tray.scaleSource = "Mutter";
   tray.bar = Appearance::dark;
-  facts.application = {true, true};
+  facts.application = {true, true, {{16, 16}}};
   facts.power.directory = "/tree";
   facts.power.supplies = {
       {.name = "AC", .type = SupplyType::external, .online = true},
@@ -51,11 +51,11 @@ DoctorFacts health() {
 TEST(Diagnosis, HasNothingToSayAgainstHealth) {
   EXPECT_EQ(plainTextOf(diagnose(health())),
             "ok       session bus    unix:path=/bus\n"
-            "ok       tray           GNOME (process gnome-shell), a square of 16 points, with text "
-            "beside\n"
+            "ok       tray           GNOME (process gnome-shell)\n"
+            "ok       shape          a square of 16 points, with text beside, which suits GNOME\n"
             "ok       scale          1, says Mutter\n"
             "ok       colours        dark bar: the glyph is light; no preference for windows\n"
-            "ok       Kelvane        it runs, the tray has its item\n"
+            "ok       Kelvane        it runs, the tray has its item: 16×16 pixels\n"
             "ok       UPower         version 1.90\n"
             "ok       battery        BAT0, 57 %\n"
             "ok       notifications  dunst 1.9: actions body\n"
@@ -78,13 +78,21 @@ TEST(Diagnosis, TellsWhatIsWrongAndWhatToDo) {
       {[](auto& f) { f.tray->isAnswering = false; }, Verdict::problem, "tray", "does not answer",
        "gnome-shell-extension", false},
       {[](auto& f) { f.tray->showsItems = false; }, Verdict::problem, "tray", "nothing shows them",
-       "gnome-shell-extension", false},
+       "End that process, if it is of another desktop", false},
       {[](auto& f) { f.tray->host = TrayHost::swaybar; }, Verdict::note, "tray", "without menus",
        "waybar"},
       {[](auto& f) {
          f.tray->slot = {Slot::Shape::wide, 24, 1, false};
        },
-       Verdict::ok, "tray", "24 points high, as wide as the item", ""},
+       Verdict::ok, "shape", "24 points high, as wide as the item, which suits GNOME", ""},
+      {[](auto& f) { f.tray->host = TrayHost::unknown; }, Verdict::ok, "shape", "any host shows",
+       ""},
+      {[](auto& f) { f.preferences.values.insert_or_assign("trayIconShape", "wide"); }, Verdict::ok,
+       "shape", "16 points high, as wide as the item, with text beside, says the setting tray", ""},
+      {[](auto& f) {
+         f.application.pictures = {{22, 22}, {44, 44}};
+       },
+       Verdict::ok, "Kelvane", "item: 22×22 and 44×44 pixels", ""},
       {[](auto& f) {
          f.tray->slot.scale = 1.5;
          f.tray->scaleSource = "";
@@ -98,6 +106,8 @@ TEST(Diagnosis, TellsWhatIsWrongAndWhatToDo) {
        ""},
       {[](auto& f) { f.tray->bar = Appearance::light; }, Verdict::ok, "colours", "glyph is dark",
        ""},
+      {[](auto& f) { f.preferences.values.insert_or_assign("trayIconColor", "dark"); }, Verdict::ok,
+       "colours", "the glyph is dark, says the setting trayIconColor", ""},
       {[](auto& f) { f.application = {}; }, Verdict::note, "Kelvane", "does not run", "kelvane"},
       {[](auto& f) { f.application.isItemRegistered = false; }, Verdict::problem, "Kelvane",
        "does not have its item", "kelvane quit", false},

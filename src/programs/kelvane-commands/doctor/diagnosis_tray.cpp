@@ -3,6 +3,7 @@
 #include <charconv>
 #include <string>
 
+#include "menubar/status_item_controller.h"
 #include "platform/linux/desktop/tray_remedy.h"
 #include "platform/linux/power/registry_rules.h"
 #include "platform/linux/tray/watcher.h"
@@ -61,21 +62,29 @@ Finding findingOfTray(const DoctorFacts& facts) {
   const TrayFacts& tray = *facts.tray;
   const std::string process = tray.process.empty() ? "of unknown name" : tray.process;
   const std::string name = std::string(nameOf(tray.host)) + " (process " + process + ")";
-  if (!tray.isAnswering)
+  const bool isSeen = tray.isAnswering && tray.showsItems.value_or(true);
+  if (!isSeen)
     return {
         Verdict::problem, "tray",
-        name + " has the name " + Watcher::kName + ", but does not answer as a tray",
+        name + (tray.isAnswering ? " collects items, but nothing shows them"
+                                 : std::string(" has the name ") + Watcher::kName +
+                                       ", but does not answer as a tray"),
         // The KDE daemon takes the name wherever it runs, but is a tray in its own desktop only.
         "End that process, if it is of another desktop: it keeps a tray from the name. " + remedy,
         true};
-  if (!tray.showsItems.value_or(true))
-    return {Verdict::problem, "tray", name + " collects items, but nothing shows them", remedy,
-            true};
-  const std::string text = name + ", " + wordsOf(tray.slot);
   if (tray.host == TrayHost::swaybar)
-    return {Verdict::note, "tray", text + ", without menus",
+    return {Verdict::note, "tray", name + ", without menus",
             "For the item’s menu run waybar with its module “tray”."};
-  return {Verdict::ok, "tray", text};
+  return {Verdict::ok, "tray", name};
+}
+
+std::string wordsOfShape(const TrayFacts& tray, TrayIconShape setting) {
+  Slot slot = tray.slot;
+  const auto wanted = wantedShape(setting);
+  slot.shape = wanted.value_or(slot.shape);
+  if (wanted) return wordsOf(slot) + ", says the setting trayIconShape";
+  if (tray.host == TrayHost::unknown) return wordsOf(slot) + ", which any host shows";
+  return wordsOf(slot) + ", which suits " + nameOf(tray.host);
 }
 
 std::string wordsOfScale(const TrayFacts& tray) {
@@ -84,29 +93,35 @@ std::string wordsOfScale(const TrayFacts& tray) {
                                   : scale + ", says " + tray.scaleSource;
 }
 
-std::string wordsOfColors(const TrayFacts& tray) {
+std::string wordsOfColors(const TrayFacts& tray, TrayIconColor setting) {
   const std::string windows = !tray.darkWindows   ? "no preference for windows"
                               : *tray.darkWindows ? "dark windows"
                                                   : "light windows";
+  if (const auto wanted = wantedAppearance(setting))
+    return std::string("the glyph is ") + (*wanted == Appearance::dark ? "light" : "dark") +
+           ", says the setting trayIconColor; " + windows;
   if (!tray.bar) return "unknown bar: the glyph is light on a dark backing; " + windows;
   return (*tray.bar == Appearance::dark ? "dark bar: the glyph is light; "
                                         : "light bar: the glyph is dark; ") +
          windows;
 }
 
-bool isHiddenOnPurpose(const DoctorFacts& facts) {
-  MemoryPreferences preferences(facts.preferences.values);
-  return SettingsKeys(preferences).hideIconWhenOnPower.get() &&
-         externalConnected(facts.power.supplies).value_or(true);
+std::string wordsOf(const std::vector<std::pair<int, int>>& pictures) {
+  std::string words;
+  for (const auto& [width, height] : pictures)
+    words +=
+        (words.empty() ? ": " : " and ") + std::to_string(width) + "×" + std::to_string(height);
+  return words.empty() ? "" : words + " pixels";
 }
 
-Finding findingOfApplication(const DoctorFacts& facts) {
+Finding findingOfApplication(const DoctorFacts& facts, const SettingsKeys& settings) {
   const ApplicationFacts& application = facts.application;
   if (!application.isRunning)
     return {Verdict::note, "Kelvane", "it does not run", "Start it: kelvane"};
   if (application.isItemRegistered)
-    return {Verdict::ok, "Kelvane", "it runs, the tray has its item"};
-  if (isHiddenOnPurpose(facts))
+    return {Verdict::ok, "Kelvane",
+            "it runs, the tray has its item" + wordsOf(application.pictures)};
+  if (settings.hideIconWhenOnPower.get() && externalConnected(facts.power.supplies).value_or(true))
     return {Verdict::note, "Kelvane", "it runs, and hides its item while on power as it is set to",
             "To see it always: kelvane settings set hideIconWhenOnPower false"};
   if (!facts.tray) return {Verdict::ok, "Kelvane", "it runs, and waits for a tray"};
@@ -117,12 +132,16 @@ Finding findingOfApplication(const DoctorFacts& facts) {
 }  // namespace
 
 void diagnoseTray(const DoctorFacts& facts, std::vector<Finding>& findings) {
+  MemoryPreferences preferences(facts.preferences.values);
+  const SettingsKeys settings(preferences);
   findings.push_back(findingOfTray(facts));
   if (facts.tray) {
-    findings.push_back({Verdict::ok, "scale", wordsOfScale(*facts.tray)});
-    findings.push_back({Verdict::ok, "colours", wordsOfColors(*facts.tray)});
+    const TrayFacts& tray = *facts.tray;
+    findings.push_back({Verdict::ok, "shape", wordsOfShape(tray, settings.trayIconShape.get())});
+    findings.push_back({Verdict::ok, "scale", wordsOfScale(tray)});
+    findings.push_back({Verdict::ok, "colours", wordsOfColors(tray, settings.trayIconColor.get())});
   }
-  findings.push_back(findingOfApplication(facts));
+  findings.push_back(findingOfApplication(facts, settings));
 }
 
 }  // namespace kelvane

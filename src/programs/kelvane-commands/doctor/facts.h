@@ -23,7 +23,7 @@ struct TrayFacts {
   TrayHost host = TrayHost::unknown;
   bool isAnswering = false;         // it has a list of items
   std::optional<bool> showsItems;   // somebody shows what it collects; absent: it does not say
-  Slot slot;                        // with the desktop's scale
+  Slot slot;                        // that suits the host, with the desktop's scale
   std::string scaleSource;          // who said the scale; empty: nobody
   std::optional<Appearance> bar;    // absent when it can't be known
   std::optional<bool> darkWindows;  // absent: no preference
@@ -32,6 +32,7 @@ struct TrayFacts {
 struct ApplicationFacts {
   bool isRunning = false;
   bool isItemRegistered = false;
+  std::vector<std::pair<int, int>> pictures;  // width and height in pixels, as the tray has them
 };
 
 struct UPowerFacts {

@@ -16,6 +16,7 @@ namespace {
 // More than any tray has; more are not looked at.
 constexpr std::size_t kMostItems = 64;
 constexpr std::size_t kMostDevices = 64;
+constexpr std::size_t kMostPictures = 8;
 constexpr const char* kUPower = "org.freedesktop.UPower";
 constexpr const char* kUPowerPath = "/org/freedesktop/UPower";
 constexpr const char* kDisplayDevice = "/org/freedesktop/UPower/devices/DisplayDevice";
@@ -57,14 +58,26 @@ void addSettings(GDBusConnection* bus, TrayFacts& tray) {
   tray.darkWindows = settings.prefersDarkWindows();
 }
 
-// The item comes from a connection of its own, so it is known by its process.
-bool hasItemOf(BusProbe& bus, std::uint32_t process, std::vector<std::string> items) {
+// The item comes from a connection of its own, so it is known by its process. Empty: none.
+std::string connectionOfItem(BusProbe& bus, std::uint32_t process, std::vector<std::string> items) {
   items.resize(std::min(items.size(), kMostItems));
-  return std::ranges::any_of(items, [&](const std::string& item) {
+  for (const std::string& item : items) {
     // A watcher adds the item's path to the connection, one with "@" between.
-    const std::string connection = item.substr(0, item.find_first_of("/@"));
-    return !connection.empty() && bus.processOf(connection) == process;
-  });
+    std::string connection = item.substr(0, item.find_first_of("/@"));
+    if (!connection.empty() && bus.processOf(connection) == process) return connection;
+  }
+  return "";
+}
+
+std::vector<std::pair<int, int>> sizesOf(const GVariantPtr& pixmaps) {
+  std::vector<std::pair<int, int>> sizes;
+  if (!pixmaps || !g_variant_is_of_type(pixmaps.get(), G_VARIANT_TYPE("a(iiay)"))) return sizes;
+  const gsize count = std::min<gsize>(g_variant_n_children(pixmaps.get()), kMostPictures);
+  for (gsize i = 0; i < count; ++i) {
+    auto& [width, height] = sizes.emplace_back();
+    g_variant_get_child(pixmaps.get(), i, "(ii@ay)", &width, &height, nullptr);
+  }
+  return sizes;
 }
 
 UPowerDevice deviceAt(BusProbe& bus, const char* path, std::string* name, bool& isAnswering) {
@@ -114,8 +127,13 @@ void gatherTray(BusProbe& bus, DoctorFacts& facts) {
   const auto items = bus.property("RegisteredStatusNotifierItems");
   tray.isAnswering = items != nullptr;
   if (tray.isAnswering) tray.showsItems = flagOf(bus.property("IsStatusNotifierHostRegistered"));
-  facts.application.isItemRegistered =
-      items && running && hasItemOf(bus, *running, textsOf(items.get()));
+  const std::string item =
+      items && running ? connectionOfItem(bus, *running, textsOf(items.get())) : "";
+  facts.application.isItemRegistered = !item.empty();
+  if (!item.empty()) {
+    bus.turnTo({item, "/StatusNotifierItem", "org.kde.StatusNotifierItem"});
+    facts.application.pictures = sizesOf(bus.property("IconPixmap"));
+  }
   addSettings(bus.connection(), tray);
 }
 
