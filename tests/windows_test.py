@@ -297,6 +297,17 @@ class OtherWindowsTest(WindowsCase):
         self.wait_until_gone("tool tip", "Hello")
         self.assert_quiet()
 
+    def test_popover_where_the_host_counts_in_larger_pixels(self):
+        self.start(environment={**self.desk.environment, "GDK_SCALE": "2"})
+        self.desk.pointer(640, 10)
+        self.peer.send("activate", anchor=[320, 5])
+        self.assert_quiet()
+        self.desk.pointer(100, 600)
+        self.peer.send("popover", popover=1, text="Hello", anchor=[320, 5])
+        self.seen.find("tool tip", "Hello")
+        self.desk.pointer(640, 70, 1)
+        self.peer.wait_for("popoverClosed")
+
 
 def line(number, title, **fields):
     return {"line": number, "title": title, **fields}

@@ -79,7 +79,9 @@ void OpenWindows::handle(const ShowPopover& request) {
     tell_(PopoverRefused{number});
     return;
   }
-  auto note = std::make_unique<NoteWindow>(request, [this, number] {
+  ShowPopover placed = request;
+  if (click_ && click_->first == *placed.anchor) placed.anchor = click_->second;
+  auto note = std::make_unique<NoteWindow>(placed, [this, number] {
     retire(notes_, number);
     tell_(PopoverClosed{number});
   });
@@ -92,6 +94,7 @@ void OpenWindows::handle(const ClosePopover& request) { retire(notes_, request.p
 
 void OpenWindows::handle(const ActivateWindows& request) {
   token_ = request.token;
+  clicked(request.anchor);
   for (const auto& [number, window] : windows_) present(*window);
   if (about_) present(*about_);
   for (const auto& [number, alert] : alerts_) present(*alert);
@@ -103,6 +106,8 @@ void OpenWindows::handle(const ShowMenu& request) {
   retireMenu();
   ShowMenu menu = request;
   menu.lines = texts_.of(std::move(menu.lines));
+  clicked(menu.anchor);
+  if (click_ && menu.anchor) menu.anchor = click_->second;
   menuNumber_ = menu.menu;
   menu_ = std::make_unique<MenuWindow>(
       menu, MenuWindow::Events{[this](std::uint32_t line) {
@@ -119,6 +124,10 @@ void OpenWindows::handle(const ShowMenu& request) {
 
 void OpenWindows::handle(const CloseMenu& request) {
   if (request.menu == menuNumber_) retireMenu();
+}
+
+void OpenWindows::clicked(const std::optional<Point>& told) {
+  if (told && canPlaceWindows()) click_.emplace(*told, clickPlaceOnScreen(*told));
 }
 
 void OpenWindows::present(Gtk::Window& window) {

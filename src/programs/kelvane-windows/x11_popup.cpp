@@ -40,17 +40,6 @@ Display* displayOf(GdkSurface* surface) {
   return gdk_x11_display_get_xdisplay(gdk_surface_get_display(surface));
 }
 
-double distance(const Point& a, const Point& b) { return std::hypot(a.x - b.x, a.y - b.y); }
-
-Point pointerOf(Display* display) {
-  Window window = None;
-  int x = 0, y = 0, unused = 0;
-  unsigned mask = 0;
-  XQueryPointer(display, DefaultRootWindow(display), &window, &window, &x, &y, &unused, &unused,
-                &mask);
-  return {static_cast<double>(x), static_cast<double>(y)};
-}
-
 }  // namespace
 
 X11Popup::X11Popup(GtkWindow* window, std::optional<Point> anchor, std::function<void()> elsewhere)
@@ -62,12 +51,7 @@ X11Popup::X11Popup(GtkWindow* window, std::optional<Point> anchor, std::function
   xWindow_ = gdk_x11_surface_get_xid(surface_);
 
   const int scale = gdk_surface_get_scale_factor(surface_);
-  const Point pointer = pointerOf(xDisplay);
-  Point where = anchor.value_or(pointer);
-  if (!std::isfinite(where.x) || !std::isfinite(where.y)) where = pointer;
-  // Some hosts count in larger pixels of their own.
-  const Point scaled = {where.x * scale, where.y * scale};
-  if (distance(scaled, pointer) < distance(where, pointer)) where = scaled;
+  const Point where = anchor ? *anchor : pointerPlace();
   anchor_ = {std::clamp(where.x, -kFarthest, kFarthest) / scale,
              std::clamp(where.y, -kFarthest, kFarthest) / scale};
 

@@ -7,6 +7,8 @@
 #include <X11/Xlib.h>
 #include <gdk/x11/gdkx.h>
 
+#include "platform/linux/windows/click_place.h"
+
 // The toolkit means to leave X behind one day, and says so of every function.
 G_GNUC_BEGIN_IGNORE_DEPRECATIONS
 
@@ -81,6 +83,25 @@ void keepAbove(GtkWindow* window) {
   event.xclient.data.l[3] = kByApplication;
   XSendEvent(display, DefaultRootWindow(display), False,
              SubstructureRedirectMask | SubstructureNotifyMask, &event);
+}
+
+Point pointerPlace() {
+  Display* display = gdk_x11_display_get_xdisplay(gdk_display_get_default());
+  Window window = None;
+  int x = 0, y = 0, unused = 0;
+  unsigned mask = 0;
+  XQueryPointer(display, DefaultRootWindow(display), &window, &window, &x, &y, &unused, &unused,
+                &mask);
+  return {static_cast<double>(x), static_cast<double>(y)};
+}
+
+Point clickPlaceOnScreen(const Point& told) {
+  // On X there is one scale for all monitors.
+  GListModel* monitors = gdk_display_get_monitors(gdk_display_get_default());
+  auto* monitor = static_cast<GdkMonitor*>(g_list_model_get_item(monitors, 0));
+  const int scale = monitor ? gdk_monitor_get_scale_factor(monitor) : 1;
+  if (monitor) g_object_unref(monitor);
+  return clickPlace(told, pointerPlace(), scale);
 }
 
 Point popupPlace(GdkSurface* surface, const Point& anchor, const Size& size) {

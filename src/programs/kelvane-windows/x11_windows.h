@@ -16,6 +16,12 @@ void presentInFront(GtkWindow* window);
 // Keeps a mapped window above the others.
 void keepAbove(GtkWindow* window);
 
+// Where the pointer is, in pixels of the root window.
+Point pointerPlace();
+
+// Where the item has just been clicked, in pixels of the root window, by what its host says of it.
+Point clickPlaceOnScreen(const Point& told);
+
 // Where a popup of this size belongs that was asked for at `anchor`, all in the toolkit's pixels:
 // beside the panel that the anchor is on, else below or above the anchor, and wholly on the
 // monitor.

@@ -16,7 +16,10 @@ constexpr double kSameClick = 0.3;  // seconds
 void LinuxWindows::toggleMenu(Menu& menu, std::optional<Point> anchor) {
   if (menu_) return closeMenu();
   if (std::exchange(menuJustClosed_, nullptr)) return;
-  if (loop_.mode() == RunLoopMode::modal) return activate();
+  if (loop_.mode() == RunLoopMode::modal) {
+    if (program_) program_->send(ActivateWindows{std::exchange(token_, ""), anchor});
+    return;
+  }
   if (!ensureProgram()) {
     if (!std::exchange(hasSaidNoMenu_, true))
       std::fprintf(stderr, "kelvane: no window can be shown here, so a click opens no menu\n");

@@ -112,7 +112,8 @@ TEST_F(MenuOfWindowsTest, StaysClosedWithoutWindowsAndBehindAnAlert) {
   install(kScriptThatStays);
   const auto alert = show({.title = "low"});
   click();
-  ASSERT_TRUE(hasHeard(encode(ActivateWindows{})));
+  // Whatever comes up beside the item next comes up where this click was.
+  ASSERT_TRUE(hasHeard(encode(ActivateWindows{"", Point{1190, 16}})));
   alert->abort();
   EXPECT_THAT(menu_.history, IsEmpty());
 }

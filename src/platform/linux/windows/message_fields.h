@@ -193,6 +193,7 @@ void describe(Visitor& visit, Is<ClosePopover> auto& message) {
 template <typename Visitor>
 void describe(Visitor& visit, Is<ActivateWindows> auto& message) {
   visit.orElse("token", message.token);
+  visit.orElse("anchor", message.anchor);
 }
 template <typename Visitor>
 void describe(Visitor& visit, Is<DarkChanged> auto& message) {

@@ -86,7 +86,8 @@ struct ShowPopover {
   double maximumTextWidth = 0;  // points; 0: any
   double inset = 0;             // points on each side
   bool isAnimated = true;
-  std::optional<Point> anchor;  // in the item, pixels of the root window, y downwards
+  // As in `ShowMenu`; one that came with a click is where that click was.
+  std::optional<Point> anchor;
 };
 struct ClosePopover {  // has no answer
   std::uint32_t popover = 0;
@@ -108,8 +109,9 @@ struct ShownLine {
 struct ShowMenu {
   std::uint32_t menu = 0;
   std::vector<ShownLine> lines;
-  // In the item, pixels of the root window, y downwards; absent: at the pointer. Where windows
-  // can't be placed it is not looked at.
+  // In the item, where the host says that it has just been clicked: pixels of the root window, or
+  // the host's own, y downwards; absent: at the pointer. Where windows can't be placed it is not
+  // looked at.
   std::optional<Point> anchor;
   std::string token;  // as in `ActivateWindows`
 };
@@ -120,6 +122,7 @@ struct CloseMenu {  // has no answer
 // window: if none is open, it is kept for the next to be shown.
 struct ActivateWindows {
   std::string token;
+  std::optional<Point> anchor;  // as in `ShowMenu`, if it is for a click on the item
 };
 struct DarkChanged {
   std::optional<bool> isDark;

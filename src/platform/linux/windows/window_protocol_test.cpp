@@ -90,6 +90,7 @@ TEST(WindowProtocol, EveryMessageHasOneForm) {
        R"("maximumTextWidth":1000.0,"popover":3,"text":"Hello"})"},
       {ClosePopover{3}, R"({"kind":"closePopover","popover":3})"},
       {ActivateWindows{"t0k"}, R"({"kind":"activate","token":"t0k"})"},
+      {ActivateWindows{"", Point{1212, 17}}, R"({"anchor":[1212.0,17.0],"kind":"activate"})"},
       {DarkChanged{}, R"({"dark":null,"kind":"dark"})"},
       {DarkChanged{true}, R"({"dark":true,"kind":"dark"})"},
       {ShowMenu{4, menuLines(), Point{1190, 16}, "t0k"},
