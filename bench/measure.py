@@ -13,8 +13,9 @@ PAUSE = 0.15  # seconds after a battery change, for all it sets off
 @dataclasses.dataclass
 class Row:
     name: str
-    # ms from exec to RegisterStatusNotifierItem, the median; None when it makes no such call.
-    registration: float | None = None
+    # ms from exec to the tray, the median; None when it does not come there. It comes by a call of
+    # RegisterStatusNotifierItem or, where it has the older kind of icon, by a window in the tray.
+    start: float | None = None
     # All below is None when the program ended by itself.
     memory: meter.Memory | None = None
     threads: int | None = None
@@ -46,7 +47,7 @@ def measure(program, power, desk, options):
         def stop():
             processes.stop(program.name)
 
-        row.registration = _registration(start, stop, desk, options.runs)
+        row.start = _start(start, stop, desk, options.runs)
         child = start()
         time.sleep(options.settle)
         if child.poll() is None:
@@ -58,20 +59,24 @@ def measure(program, power, desk, options):
     return row
 
 
-def _registration(start, stop, desk, runs):
-    """The median of several starts; one start shows whether the program registers at all."""
+def _start(start, stop, desk, runs):
+    """The median of several starts; one start shows whether the program comes to the tray at all."""
     times = []
-    with meter.Registrations(desk.environment["DBUS_SESSION_BUS_ADDRESS"]) as registrations:
+    with (
+        meter.Registrations(desk.environment["DBUS_SESSION_BUS_ADDRESS"]) as registrations,
+        meter.Embeddings(desk.display) as embeddings,
+    ):
         for _ in range(runs):
-            known = registrations.count()
+            known = len(registrations.times)
+            icons = embeddings, len(embeddings.times)
             began = time.monotonic()
             start()
-            registered = registrations.wait_for_next(known, seconds=4)
+            came = registrations.wait_for_next(known, 4, icons)
             time.sleep(0.3)
             stop()
-            if registered is None:
+            if came is None:
                 return None
-            times.append(1000 * (registered - began))
+            times.append(1000 * (came - began))
     return statistics.median(times)
 
 

@@ -10,7 +10,7 @@ def _cells(row):
     idle = row.idle or (None, None)
     return [
         row.name,
-        _number(row.registration, ".1f"),
+        _number(row.start, ".1f"),
         *(_number(value, "d") for value in memory),
         _number(row.threads, "d"),
         _number(idle[0], "d"),
@@ -24,7 +24,7 @@ def _costs(row):
     """What there is less of the better, by column; None where it says nothing of the program."""
     memory = row.memory or (None, None, None)
     idle = row.idle or (None, None)
-    return [row.registration, *memory, *idle, row.event_cpu]
+    return [row.start, *memory, *idle, row.event_cpu]
 
 
 def _ratio(ours, theirs):
@@ -53,10 +53,11 @@ def _print(lines):
 
 
 def show(rows, idle):
-    head = ["program", "register ms", "RSS kB", "PSS kB", "dirty kB", "threads",
+    head = ["program", "start ms", "RSS kB", "PSS kB", "dirty kB", "threads",
             f"switches/{idle:g} s", f"cpu ms/{idle:g} s", f"signals/{idle:g} s", "cpu ms/event"]
     _print([head, *map(_cells, rows)])
-    print("register: exec to RegisterStatusNotifierItem, the median; -: no such call is made")
+    print("start: exec to RegisterStatusNotifierItem or, with an XEmbed icon, to its window's place in"
+          " the tray, the median; -: neither comes")
     print("cpu ms/event: of all its threads, user and system, per battery change; -: it polls /sys")
     for row in rows:
         if row.memory is None:
@@ -65,7 +66,7 @@ def show(rows, idle):
     if len(measured) > 1:
         print()
         first, *others = measured
-        head = ["register", "RSS", "PSS", "dirty", "switches", "cpu idle", "cpu event"]
+        head = ["start", "RSS", "PSS", "dirty", "switches", "cpu idle", "cpu event"]
         _print([[f"{first.name} as part of", *(title + " " for title in head)],
                 *_ratio_lines(first, others)])
         print("*: the least of the others in this column")

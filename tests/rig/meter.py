@@ -1,6 +1,9 @@
-"""What a running program costs: memory, threads, wake-ups, processor time, time to register."""
+"""What a running program costs: memory, threads, wake-ups, processor time, time to the tray."""
 
+import ctypes
 import pathlib
+import select
+import threading
 import time
 import typing
 
@@ -57,12 +60,38 @@ def threads(pid):
     return len(list(pathlib.Path(f"/proc/{pid}/task").iterdir()))
 
 
-class Registrations:
+class Moments:
+    """Stamps something each time that it happens, in a thread of its own."""
+
+    def __init__(self):
+        self.times = []
+
+    def __enter__(self):
+        return self
+
+    def __exit__(self, *_):
+        self.close()
+
+    def wait_for_next(self, known, seconds, *others):
+        """The first moment after the first `known` ones, or None.
+
+        With `others`, pairs of Moments and what is known of them, the first of any of them.
+        """
+        deadline = time.monotonic() + seconds
+        watched = [(self, known), *others]
+        while True:
+            came = [each.times[count] for each, count in watched if len(each.times) > count]
+            if came or time.monotonic() >= deadline:
+                return min(came, default=None)
+            time.sleep(0.001)
+
+
+class Registrations(Moments):
     """Stamps every RegisterStatusNotifierItem call on a bus, as a monitor of it."""
 
     def __init__(self, address):
+        super().__init__()
         self._bus = Bus(address)
-        self._times = []
         connection = self._bus.connection
         connection.add_filter(self._filter)
         connection.call_sync(
@@ -71,26 +100,51 @@ class Registrations:
             None, Gio.DBusCallFlags.NONE, -1, None,
         )
 
-    def __enter__(self):
-        return self
-
-    def __exit__(self, *_):
+    def close(self):
         self._bus.close()
-
-    def count(self):
-        return len(self._times)
-
-    def wait_for_next(self, known, seconds):
-        """The moment of the first call after the first `known` ones, or None."""
-        deadline = time.monotonic() + seconds
-        while len(self._times) <= known and time.monotonic() < deadline:
-            time.sleep(0.001)
-        return self._times[known] if len(self._times) > known else None
 
     def _filter(self, _connection, message, incoming):
         # Runs on GDBus's own thread, so the stamp does not wait for any main loop.
         if message.get_member() != "RegisterStatusNotifierItem":
             return message
         if incoming:
-            self._times.append(time.monotonic())
+            self.times.append(time.monotonic())
         return None  # A monitor that answers a call is thrown off the bus.
+
+
+class Embeddings(Moments):
+    """Stamps every window that leaves the root window of an X display for another one, as one does
+    that a tray takes in. A window manager with frames does it to the windows that it manages."""
+
+    _SUBSTRUCTURE_NOTIFY = 1 << 19
+    _REPARENT_NOTIFY = 21
+    _EVENT_BYTES = 192
+
+    def __init__(self, display):
+        super().__init__()
+        x = self._x = ctypes.CDLL("libX11.so.6")
+        x.XOpenDisplay.restype = ctypes.c_void_p
+        x.XDefaultRootWindow.restype = ctypes.c_ulong
+        self._display = ctypes.c_void_p(x.XOpenDisplay(display.encode()))
+        root = ctypes.c_ulong(x.XDefaultRootWindow(self._display))
+        x.XSelectInput(self._display, root, ctypes.c_long(self._SUBSTRUCTURE_NOTIFY))
+        x.XSync(self._display, 0)
+        self._is_over = False
+        self._thread = threading.Thread(target=self._listen, daemon=True)
+        self._thread.start()
+
+    def close(self):
+        self._is_over = True
+        self._thread.join()
+        self._x.XCloseDisplay(self._display)
+
+    def _listen(self):
+        event = ctypes.create_string_buffer(self._EVENT_BYTES)
+        connection = self._x.XConnectionNumber(self._display)
+        while not self._is_over:
+            select.select([connection], [], [], 0.1)
+            now = time.monotonic()
+            while self._x.XPending(self._display):
+                self._x.XNextEvent(self._display, event)
+                if ctypes.c_int.from_buffer(event).value == self._REPARENT_NOTIFY:
+                    self.times.append(now)
