@@ -135,11 +135,13 @@ class DesktopTest(PanelCase):
 
     def test_the_doctor_finds_the_item_in_the_tray(self):
         kelvane = self.start_kelvane()
-        kelvane.item()
+        item = kelvane.item()
         doctor = kelvane.run("doctor")
         self.assertEqual(doctor.returncode, 0, doctor.stdout)
         self.assertRegex(doctor.stdout, rf"(?mi)^ok +tray +{HOST} ")
-        self.assertRegex(doctor.stdout, "(?m)^ok +Kelvane +it runs, the tray has its item$")
+        sizes = " and ".join(f"{each.width}×{each.height}" for each in item.pictures())
+        self.assertRegex(doctor.stdout,
+                         f"(?m)^ok +Kelvane +it runs, the tray has its item: {sizes} pixels$")
 
 
 class MenuTest(PanelCase):
