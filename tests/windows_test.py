@@ -297,13 +297,20 @@ class OtherWindowsTest(WindowsCase):
         self.wait_until_gone("tool tip", "Hello")
         self.assert_quiet()
 
-    def test_popover_where_the_host_counts_in_larger_pixels(self):
+    def test_item_where_the_host_counts_in_larger_pixels(self):
         self.start(environment={**self.desk.environment, "GDK_SCALE": "2"})
         self.desk.pointer(640, 10)
-        self.peer.send("activate", anchor=[320, 5])
+        for request in {"kind": "activate"}, {"kind": "menu", "menu": 1, "lines": MENU}:
+            self.peer.send(**request, anchor=[320, 5])
+            self.assertEqual(self.peer.wait_for("itemClicked"),
+                             {"kind": "itemClicked", "told": [320, 5], "place": [640, 10]})
+        self.peer.send("closeMenu", menu=1)
+        self.wait_until_gone("menu", "Kelvane")
+        # Which is right already.
+        self.peer.send("activate", anchor=[640, 10])
         self.assert_quiet()
         self.desk.pointer(100, 600)
-        self.peer.send("popover", popover=1, text="Hello", anchor=[320, 5])
+        self.peer.send("popover", popover=1, text="Hello", anchor=[640, 10])
         self.seen.find("tool tip", "Hello")
         self.desk.pointer(640, 70, 1)
         self.peer.wait_for("popoverClosed")

@@ -79,9 +79,7 @@ void OpenWindows::handle(const ShowPopover& request) {
     tell_(PopoverRefused{number});
     return;
   }
-  ShowPopover placed = request;
-  if (click_ && click_->first == *placed.anchor) placed.anchor = click_->second;
-  auto note = std::make_unique<NoteWindow>(placed, [this, number] {
+  auto note = std::make_unique<NoteWindow>(request, [this, number] {
     retire(notes_, number);
     tell_(PopoverClosed{number});
   });
@@ -94,7 +92,7 @@ void OpenWindows::handle(const ClosePopover& request) { retire(notes_, request.p
 
 void OpenWindows::handle(const ActivateWindows& request) {
   token_ = request.token;
-  clicked(request.anchor);
+  placeOfClick(request.anchor);
   for (const auto& [number, window] : windows_) present(*window);
   if (about_) present(*about_);
   for (const auto& [number, alert] : alerts_) present(*alert);
@@ -106,8 +104,7 @@ void OpenWindows::handle(const ShowMenu& request) {
   retireMenu();
   ShowMenu menu = request;
   menu.lines = texts_.of(std::move(menu.lines));
-  clicked(menu.anchor);
-  if (click_ && menu.anchor) menu.anchor = click_->second;
+  menu.anchor = placeOfClick(menu.anchor);
   menuNumber_ = menu.menu;
   menu_ = std::make_unique<MenuWindow>(
       menu, MenuWindow::Events{[this](std::uint32_t line) {
@@ -126,8 +123,11 @@ void OpenWindows::handle(const CloseMenu& request) {
   if (request.menu == menuNumber_) retireMenu();
 }
 
-void OpenWindows::clicked(const std::optional<Point>& told) {
-  if (told && canPlaceWindows()) click_.emplace(*told, clickPlaceOnScreen(*told));
+std::optional<Point> OpenWindows::placeOfClick(const std::optional<Point>& told) {
+  if (!told || !canPlaceWindows()) return std::nullopt;
+  const Point place = clickPlaceOnScreen(*told);
+  if (place != *told) tell_(ItemClicked{*told, place});
+  return place;
 }
 
 void OpenWindows::present(Gtk::Window& window) {

@@ -7,7 +7,6 @@
 #include <memory>
 #include <optional>
 #include <string>
-#include <utility>
 #include <vector>
 
 #include <gtkmm/window.h>
@@ -55,13 +54,12 @@ class OpenWindows {
   template <typename W>
   void retire(std::map<std::uint32_t, std::unique_ptr<W>>& windows, std::uint32_t number);
   void retireMenu();
-  void clicked(const std::optional<Point>& told);
+  // Where on the screen the item was clicked.
+  std::optional<Point> placeOfClick(const std::optional<Point>& told);
 
   std::function<void(const WindowEvent&)> tell_;
   ShownTexts texts_;
   std::string token_;
-  // The latest click on the item as the host told it, and where it was.
-  std::optional<std::pair<Point, Point>> click_;
   std::map<std::uint32_t, std::unique_ptr<TreeWindow>> windows_;
   std::map<std::uint32_t, std::unique_ptr<AlertWindow>> alerts_;
   std::map<std::uint32_t, std::unique_ptr<NoteWindow>> notes_;

@@ -131,7 +131,8 @@ void LinuxWindows::received(const WindowEvent& event) {
                         [this](const PopoverClosed& closed) { endPopover(closed.popover); },
                         [this](const PopoverRefused& refused) { showAsNotice(refused.popover); },
                         [this](const MenuChosen& chosen) { menuChosen(chosen); },
-                        [this](const MenuClosed& closed) { menuClosed(closed); }},
+                        [this](const MenuClosed& closed) { menuClosed(closed); },
+                        [this](const ItemClicked& click) { click_ = click; }},
              event);
   endProgramLater();
 }
@@ -262,11 +263,15 @@ std::unique_ptr<PopoverHandle> LinuxWindows::showPopover(const PopoverContent& c
   popovers_[number] = {content.text, std::move(closed)};
   if (ensureProgram())
     program_->send(ShowPopover{number, content.text, content.maximumTextWidth, content.inset,
-                               content.isAnimated,
-                               options_.itemPlace ? options_.itemPlace() : std::nullopt});
+                               content.isAnimated, itemPlace()});
   else
     showAsNotice(number);
   return std::make_unique<PopoverByNumber>(*this, number);
+}
+
+std::optional<Point> LinuxWindows::itemPlace() const {
+  const auto told = options_.itemPlace ? options_.itemPlace() : std::nullopt;
+  return told && click_ && click_->told == *told ? click_->place : told;
 }
 
 void LinuxWindows::showAsNotice(std::uint32_t number) {

@@ -28,7 +28,7 @@ struct WindowOptions {
   std::function<bool()> isMotionReduced;
   // Whether the status item is on a screen; not known: it is.
   std::function<bool()> isItemShown;
-  // A point in it, in pixels of the root window, y downwards.
+  // Where the user last clicked it, as in `toggleMenu`.
   std::function<std::optional<Point>()> itemPlace;
 };
 
@@ -57,10 +57,11 @@ class LinuxWindows : public Windows {
   [[nodiscard]] std::unique_ptr<PopoverHandle> showPopover(const PopoverContent& content,
                                                            std::function<void()> closed) override;
 
-  // The user clicked the item: opens its menu near `anchor`, as in `WindowOptions::itemPlace`, or
-  // closes it when it is open, or was until this click. Behind a modal alert it stays closed, and
-  // the alert comes to the front. Where no window can be shown nothing happens, which is said once
-  // on standard error. What is chosen runs on the main queue, after the menu has closed.
+  // The user clicked the item: opens its menu near `anchor`, which is in pixels of the root window
+  // or in the host's own, y downwards, or closes it when it is open, or was until this click.
+  // Behind a modal alert it stays closed, and the alert comes to the front. Where no window can be
+  // shown nothing happens, which is said once on standard error. What is chosen runs on the main
+  // queue, after the menu has closed.
   void toggleMenu(Menu& menu, std::optional<Point> anchor);
   // Nothing when it is not open.
   void closeMenu();
@@ -101,6 +102,7 @@ class LinuxWindows : public Windows {
   void endPopover(std::uint32_t number);
   void menuChosen(const MenuChosen& chosen);
   void menuClosed(const MenuClosed& closed);
+  std::optional<Point> itemPlace() const;
   void endMenu(const std::function<void()>& action);
 
   RunLoopQueue& loop_;
@@ -109,6 +111,7 @@ class LinuxWindows : public Windows {
   NoticeWindows notices_;
   std::optional<bool> isDark_;
   std::string token_;
+  std::optional<ItemClicked> click_;  // the latest in the host's own pixels
 
   std::uint32_t last_ = 0;  // number given to an alert, a window, a popover or a menu
   std::map<std::uint32_t, OpenAlert> alerts_;

@@ -118,5 +118,16 @@ TEST_F(MenuOfWindowsTest, StaysClosedWithoutWindowsAndBehindAnAlert) {
   EXPECT_THAT(menu_.history, IsEmpty());
 }
 
+TEST_F(MenuOfWindowsTest, RemembersWhereTheItemIsThatItsHostPutElsewhere) {
+  install(
+      "hello; heed alert; say '{\"kind\":\"itemClicked\",\"told\":[7,3],\"place\":[14,6]}'; "
+      "say '{\"kind\":\"answered\",\"alert\":1,\"button\":0}'; heed never");
+  const auto alert = show({.title = "hello"});
+  ASSERT_TRUE(until([&] { return !answers_.empty(); }));
+  ASSERT_TRUE(hasHeard("end\n"));  // the next program knows nothing of it
+  const auto popover = windows_->showPopover({.text = "here"}, [] {});
+  ASSERT_TRUE(hasHeard("\"anchor\":[14.0,6.0]"));
+}
+
 }  // namespace
 }  // namespace kelvane

@@ -248,6 +248,11 @@ void describe(Visitor& visit, Is<MenuClosed> auto& message) {
   visit("menu", message.menu);
   visit.orElse("hasLostFocus", message.hasLostFocus);
 }
+template <typename Visitor>
+void describe(Visitor& visit, Is<ItemClicked> auto& message) {
+  visit("told", message.told);
+  visit("place", message.place);
+}
 
 // The "kind" of each alternative, in the variant's order.
 constexpr auto kindsOf(const WindowRequest&) {
@@ -257,7 +262,7 @@ constexpr auto kindsOf(const WindowRequest&) {
 }
 constexpr auto kindsOf(const WindowEvent&) {
   return std::to_array<const char*>({"acted", "closed", "answered", "aboutClosed", "popoverClosed",
-                                     "popoverRefused", "menuChosen", "menuClosed"});
+                                     "popoverRefused", "menuChosen", "menuClosed", "itemClicked"});
 }
 
 }  // namespace kelvane

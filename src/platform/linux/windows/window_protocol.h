@@ -86,8 +86,7 @@ struct ShowPopover {
   double maximumTextWidth = 0;  // points; 0: any
   double inset = 0;             // points on each side
   bool isAnimated = true;
-  // As in `ShowMenu`; one that came with a click is where that click was.
-  std::optional<Point> anchor;
+  std::optional<Point> anchor;  // in the item, pixels of the root window, y downwards
 };
 struct ClosePopover {  // has no answer
   std::uint32_t popover = 0;
@@ -163,9 +162,14 @@ struct MenuClosed {
   std::uint32_t menu = 0;
   bool hasLostFocus = false;  // because of that, perhaps by a click on the item
 };
+// Comes for an anchor of a click that is not in pixels of the root window.
+struct ItemClicked {
+  Point told;   // that anchor
+  Point place;  // the same in such pixels
+};
 
 using WindowEvent = std::variant<NodeActed, WindowClosed, AlertAnswered, AboutClosed, PopoverClosed,
-                                 PopoverRefused, MenuChosen, MenuClosed>;
+                                 PopoverRefused, MenuChosen, MenuClosed, ItemClicked>;
 
 // --- As text.
 

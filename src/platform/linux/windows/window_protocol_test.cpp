@@ -123,6 +123,8 @@ TEST(WindowProtocol, EveryMessageHasOneForm) {
       {MenuChosen{4, 2}, R"({"kind":"menuChosen","line":2,"menu":4})"},
       {MenuClosed{4}, R"({"kind":"menuClosed","menu":4})"},
       {MenuClosed{4, true}, R"({"hasLostFocus":true,"kind":"menuClosed","menu":4})"},
+      {ItemClicked{{1212, 17}, {2424, 34}},
+       R"({"kind":"itemClicked","place":[2424.0,34.0],"told":[1212.0,17.0]})"},
   };
   for (const auto& row : events) {
     EXPECT_EQ(encode(row.event), std::string(row.line) + "\n");
