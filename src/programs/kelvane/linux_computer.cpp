@@ -45,8 +45,9 @@ WindowOptions windowOptions(LinuxComputer& computer) {
 LinuxComputer::LinuxComputer(GlibRunLoop& loop, GDBusConnection* sessionBus,
                              const PowerOptions& power)
     : runLoop(loop),
-      registry(power.directory),
-      powerSources(runLoop, power),
+      supplies(std::make_shared<TurnSupplies>(power.directory)),
+      registry(supplies),
+      powerSources(runLoop, power, supplies),
       statusBar(runLoop, fonts, trayOptions(*this, sessionBus)),
       noticeBoard(sessionBus, runLoop),
       windows(runLoop, noticeBoard, windowOptions(*this)),

@@ -1,6 +1,8 @@
 // A Linux desktop as the application's platform: every adaptor, wired together. Main thread.
 #pragma once
 
+#include <memory>
+
 #include <gio/gio.h>
 
 #include "platform/linux/desktop/linux_login_items.h"
@@ -33,6 +35,8 @@ class LinuxComputer {
 
   GlibRunLoop& runLoop;
   PlistPreferences preferences;
+  // One reading in a turn for both.
+  std::shared_ptr<TurnSupplies> supplies;
   SysfsDeviceRegistry registry;
   LinuxPowerSources powerSources;
   FontFaces fonts;
