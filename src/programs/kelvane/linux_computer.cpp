@@ -10,7 +10,7 @@
 namespace kelvane {
 namespace {
 
-TrayOptions trayOptions(LinuxComputer& computer, GDBusConnection* sessionBus) {
+TrayOptions trayOptions(LinuxComputer& computer, BusConnection* sessionBus) {
   TrayOptions options;
   options.sessionBus = sessionBus;
   options.activated = [&computer](Menu* menu, std::optional<Point> where) {
@@ -42,7 +42,7 @@ WindowOptions windowOptions(LinuxComputer& computer) {
 
 }  // namespace
 
-LinuxComputer::LinuxComputer(GlibRunLoop& loop, GDBusConnection* sessionBus,
+LinuxComputer::LinuxComputer(GlibRunLoop& loop, BusConnection* sessionBus,
                              const PowerOptions& power)
     : runLoop(loop),
       supplies(std::make_shared<TurnSupplies>(power.directory)),

@@ -23,7 +23,7 @@ std::string heardDuring(const PrivateBus& bus, const std::string& play) {
   bool isWanted = true;
   MissingTrayNotice notice(loop, session.connection.get(), board,
                            {[&] { return isWanted; }, [] { return std::string("Do this."); }});
-  GObjectPtr<GDBusConnection> tray;
+  BusPtr tray;
   std::string heard;
   std::istringstream words(play);
   for (std::string word; words >> word;) {
@@ -36,7 +36,7 @@ std::string heardDuring(const PrivateBus& bus, const std::string& play) {
       tray = bus.connect();
       askBus(tray.get(), "RequestName", g_variant_new("(su)", Watcher::kName, 4));
     }
-    if (word == "no-tray") g_dbus_connection_close_sync(tray.get(), nullptr, nullptr);
+    if (word == "no-tray") tray->close();
     if (word == "answer") session.server->answer(g_variant_new("(u)", 7));
     if (word == "dismiss")
       NotificationServer::sayClosed(session.server->connection.get(), g_variant_new("(uu)", 7, 2));
@@ -49,8 +49,7 @@ std::string heardDuring(const PrivateBus& bus, const std::string& play) {
     g_variant_get_child(session.server->lastNotify.get(), 4, "&s", &body);
     EXPECT_NE(std::string(body).find("Do this."), std::string::npos) << body;
   }
-  if (tray && !g_dbus_connection_is_closed(tray.get()))
-    g_dbus_connection_close_sync(tray.get(), nullptr, nullptr);
+  if (tray) tray->close();
   return heard;
 }
 

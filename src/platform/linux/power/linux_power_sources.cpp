@@ -14,12 +14,12 @@ LinuxPowerSources::LinuxPowerSources(RunLoopQueue& loop, PowerOptions options,
                                      std::shared_ptr<TurnSupplies> supplies)
     : loop_(loop), options_(std::move(options)), supplies_(std::move(supplies)) {
   isSettled_ = !options_.useUPower;
-  busRequest_.emplace([this](GDBusConnection* bus) { connected(bus); });
+  busRequest_.emplace([this](BusConnection* bus) { connected(bus); });
 }
 
 LinuxPowerSources::~LinuxPowerSources() = default;
 
-void LinuxPowerSources::connected(GDBusConnection* bus) {
+void LinuxPowerSources::connected(BusConnection* bus) {
   if (!bus)
     settle();
   else if (options_.useUPower)

@@ -60,7 +60,7 @@ class LinuxPowerSources : public PowerSources {
     bool operator==(const Reading&) const = default;
   };
 
-  void connected(GDBusConnection* bus);
+  void connected(BusConnection* bus);
   void mirrorChanged();
   void settle();
   // Watches the kernel while that is what serves and somebody listens.
