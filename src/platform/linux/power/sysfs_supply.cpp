@@ -141,13 +141,8 @@ void readFigures(Supply& supply, const AttributeReader& reader) {
   supply.currentNow = reader.flow("current_now");
 }
 
-using Folder = std::unique_ptr<DIR, int (*)(DIR*)>;
-
-Folder openTree(const std::string& directory) { return {opendir(directory.c_str()), closedir}; }
-
-FileDescriptor openSupply(const Folder& tree, const std::string& name) {
-  return FileDescriptor(
-      openat(dirfd(tree.get()), name.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+FileDescriptor openSupply(const std::string& directory, const std::string& name) {
+  return FileDescriptor(open((directory + "/" + name).c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
 }
 
 std::vector<std::string> supplyNames(DIR* folder) {
@@ -214,10 +209,10 @@ std::optional<int> parseSupplyPercent(std::string_view text) {
 
 std::vector<Supply> readSupplies(const std::string& directory, SupplyFields fields) {
   std::vector<Supply> supplies;
-  const Folder tree = openTree(directory);
+  const std::unique_ptr<DIR, int (*)(DIR*)> tree(opendir(directory.c_str()), closedir);
   if (!tree) return supplies;
   for (std::string& name : supplyNames(tree.get())) {
-    const FileDescriptor folder = openSupply(tree, name);
+    const FileDescriptor folder = openSupply(directory, name);
     if (!folder) continue;
     const AttributeReader reader(folder.get());
     Supply& supply = supplies.emplace_back(readState(std::move(name), reader));
@@ -227,11 +222,9 @@ std::vector<Supply> readSupplies(const std::string& directory, SupplyFields fiel
 }
 
 void addFigures(const std::string& directory, std::vector<Supply>& supplies) {
-  const Folder tree = openTree(directory);
-  if (!tree) return;
   for (Supply& supply : supplies) {
     if (!hasFigures(supply)) continue;
-    if (const FileDescriptor folder = openSupply(tree, supply.name))
+    if (const FileDescriptor folder = openSupply(directory, supply.name))
       readFigures(supply, AttributeReader(folder.get()));
   }
 }
