@@ -60,6 +60,8 @@ class ItemTest(DeskCase):
 
     def test_nothing_is_said_when_nothing_visible_changed(self):
         item = self.start_kelvane().item()
+        # The kernel knows no time; from here on UPower's word is what it says.
+        wait_until(lambda: ":" in item.property("ToolTip")[2], "the time in the tool tip")
         upower = self.power.record(path=None)
         said = item.record()
 
