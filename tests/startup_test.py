@@ -42,7 +42,9 @@ class CountTest(StartCase):
         began = datetime.datetime.utcnow().replace(microsecond=0)
         first = self.start_kelvane(directory=directory, welcome=True, says=[WELCOME])
         self.assertTrue(first.item())
-        kept = wait_until(first.preferences, "the preferences")
+        counted = lambda: "Tq_launchCount" in first.preferences()
+        wait_until(counted, "the count of launches")
+        kept = first.preferences()
         self.assertEqual(kept["Tq_launchCount"], 1)
         self.assertTrue(began <= kept["Tq_firstLaunchDate"] <= datetime.datetime.utcnow())
         # Neither another one beside it nor a command is a start.
@@ -135,8 +137,8 @@ class SingleTest(StartCase):
                 self.assertEqual([start.returncode for start in ended()], [0, 0])
                 self.assertEqual([start.stdout.read() for start in ended()], ["", ""])
                 item.wait_for(self.desk.bus, IDENTIFIER)
-                kept = wait_until(kelvane.preferences, "the preferences")
-                self.assertEqual(kept["Tq_launchCount"], 1)
+                count = lambda: kelvane.preferences().get("Tq_launchCount")
+                self.assertEqual(wait_until(count, "the count of launches"), 1)
                 self.assertEqual(len(ended()), 2)
             finally:
                 for start in starts:

@@ -4,7 +4,7 @@
 #include <string>
 
 #include <fuzzer/FuzzedDataProvider.h>
-#include <gio/gio.h>
+#include <glib.h>
 
 #include "platform/linux/glib/glib_ptr.h"
 #include "platform/linux/power/power_rules.h"

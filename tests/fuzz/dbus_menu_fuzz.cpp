@@ -29,8 +29,10 @@ class Exported {
     menu_.exportOn(ours_.get(), KeyNames::gtk);
   }
 
-  GDBusConnection* host() const { return host_.get(); }
-  const char* name() const { return g_dbus_connection_get_unique_name(ours_.get()); }
+  void call(const char* method, GVariant* arguments, BusCalls::Done done) {
+    calls_.call(host_.get(), {ours_->uniqueName(), DbusMenu::kPath, kInterface}, method, arguments,
+                "r", std::move(done));
+  }
 
   // After whatever was called: the menu is closed and answers as ever.
   void check() {
@@ -67,8 +69,9 @@ class Exported {
 
   PrivateBus bus_;
   GlibRunLoop loop_;
-  GObjectPtr<GDBusConnection> ours_ = bus_.connect();
-  GObjectPtr<GDBusConnection> host_ = bus_.connect();
+  BusPtr ours_ = bus_.connect();
+  BusPtr host_ = bus_.connect();
+  BusCalls calls_;
   MemoryMenu lines_;
   DbusMenu menu_{loop_, {}};
   int chosen_ = 0;
@@ -155,19 +158,11 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   for (int left = kMostCalls; left > 0 && input.remaining_bytes() > 0; --left) {
     const Call call = callFrom(input);
     ++waiting;
-    g_dbus_connection_call(
-        exported->host(), exported->name(), DbusMenu::kPath, kInterface, call.method,
-        call.arguments, nullptr, G_DBUS_CALL_FLAGS_NONE, -1, nullptr,
-        [](GObject* connection, GAsyncResult* result, gpointer count) {
-          GError* rawError = nullptr;
-          const GVariantPtr answer(
-              g_dbus_connection_call_finish(G_DBUS_CONNECTION(connection), result, &rawError));
-          const GErrorPtr error(rawError);
-          require(answer || g_error_matches(rawError, G_DBUS_ERROR, G_DBUS_ERROR_INVALID_ARGS),
-                  "a call is answered, or its arguments are refused");
-          --*static_cast<int*>(count);
-        },
-        &waiting);
+    exported->call(call.method, call.arguments, [&waiting](const BusReply& answer) {
+      require(answer || answer.errorName == kInvalidArguments,
+              "a call is answered, or its arguments are refused");
+      --waiting;
+    });
     // Some come in one turn with the next one.
     if (input.ConsumeBool()) runUntil([&] { return waiting == 0; });
   }

@@ -7,13 +7,14 @@
 #include <system_error>
 #include <utility>
 
-#include <gio/gio.h>
+#include <glib.h>
 #include <stdlib.h>
 
 #include "app/app_main.h"
 #include "kit/kit_keys.h"
 #include "platform/linux/desktop/linux_text_formats.h"
 #include "platform/linux/drawing/linux_graphics.h"
+#include "platform/linux/glib/bus_connection.h"
 #include "platform/linux/glib/glib_ptr.h"
 #include "platform/linux/glib/glib_run_loop.h"
 #include "platform/linux/tray/linux_status_bar.h"
@@ -49,9 +50,8 @@ class Demo {
  public:
   Demo(std::filesystem::path folder, std::ostream& out, std::ostream& errors)
       : out_(out), errors_(errors), page_(std::move(folder), fonts_) {
-    GObjectPtr<GDBusConnection> bus(g_bus_get_sync(G_BUS_TYPE_SESSION, nullptr, nullptr));
-    if (bus) {
-      g_dbus_connection_set_exit_on_close(bus.get(), FALSE);
+    BusPtr bus = BusConnection::share(BusKind::session);
+    if (bus && bus->waitUntilReady()) {
       TrayOptions options;
       options.sessionBus = bus.get();
       options.replaceUncoveredCharacters = [this](std::string text) {
@@ -127,7 +127,7 @@ class Demo {
 
   std::ostream& out_;
   std::ostream& errors_;
-  GObjectPtr<GDBusConnection> bus_;
+  BusPtr bus_;
   GlibRunLoop loop_;
   FontFaces fonts_;
   LinuxGraphics graphics_{fonts_};

@@ -4,13 +4,14 @@
 #include <ostream>
 #include <utility>
 
-#include <gio/gio.h>
+#include <glib.h>
 #include <nlohmann/json.hpp>
 
 #include "battery/battery.h"
 #include "intents/get_battery_details_intent_handler.h"
 #include "platform/linux/application/application_service.h"
 #include "platform/linux/desktop/linux_text_formats.h"
+#include "platform/linux/glib/bus_connection.h"
 #include "platform/linux/glib/glib_ptr.h"
 #include "programs/kelvane-commands/power_reading.h"
 #include "programs/kelvane/intent_messages.h"
@@ -23,15 +24,13 @@ constexpr const char* kUnknown = "unknown";
 
 // Absent unless it runs and answers as it should. Without a session bus nothing runs.
 std::optional<BatteryDetails> askRunning() {
-  const GObjectPtr<GDBusConnection> bus(g_bus_get_sync(G_BUS_TYPE_SESSION, nullptr, nullptr));
+  const BusPtr bus = BusConnection::share(BusKind::session);
   if (!bus) return std::nullopt;
-  g_dbus_connection_set_exit_on_close(bus.get(), FALSE);
-  const GVariantPtr reply(g_dbus_connection_call_sync(
-      bus.get(), ApplicationService::kName, ApplicationService::kPath, kIntentsInterface,
-      kGetBatteryDetails, nullptr, G_VARIANT_TYPE(kBatteryDetailsType),
-      G_DBUS_CALL_FLAGS_NO_AUTO_START, kAnswerTimeout, nullptr, nullptr));
+  const BusReply reply =
+      bus->callAndWait({ApplicationService::kName, ApplicationService::kPath, kIntentsInterface},
+                       kGetBatteryDetails, nullptr, kBatteryDetailsType, kAnswerTimeout);
   if (!reply) return std::nullopt;
-  auto response = responseOf(reply.get());
+  auto response = responseOf(reply.value.get());
   if (!response || response->code != GetBatteryDetailsIntentResponseCode::success)
     return std::nullopt;
   return std::move(response->details);

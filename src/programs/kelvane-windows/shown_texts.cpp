@@ -5,7 +5,7 @@
 
 #include <pango/pangocairo.h>
 
-#include "platform/linux/glib/glib_ptr.h"
+#include "platform/linux/glib/gobject_ptr.h"
 
 namespace kelvane {
 namespace {

@@ -3,7 +3,7 @@
 
 #include <optional>
 
-#include <gio/gio.h>
+#include <glib.h>
 
 #include "intents/get_battery_details_intent.h"
 

@@ -18,11 +18,11 @@ constexpr const char* kInterface = R"xml(<node><interface name="org.kelvane.Kelv
 
 }  // namespace
 
-IntentService::IntentService(GDBusConnection* bus, MakeHandler makeHandler)
+IntentService::IntentService(BusConnection* bus, MakeHandler makeHandler)
     : makeHandler_(std::move(makeHandler)) {
-  static const GDBusNodeInfoPtr node = parseInterface(kInterface);
+  static const BusInterfacePtr interface = parseInterface(kInterface);
   object_ = std::make_unique<ExportedObject>(
-      bus, ApplicationService::kPath, node->interfaces[0],
+      bus, ApplicationService::kPath, *interface,
       ExportedObject::Handlers{[this](const ExportedObject::Call& call) { handle(call); },
                                [](std::string_view) -> GVariant* { return nullptr; }});
 }
@@ -32,16 +32,12 @@ void IntentService::handle(const ExportedObject::Call& call) const {
   const GetBatteryDetailsIntent intent;
   const auto handler = makeHandler_(intent);
   if (!handler) {
-    g_dbus_method_invocation_return_error(call.invocation, G_DBUS_ERROR, G_DBUS_ERROR_FAILED,
-                                          "Kelvane is starting or ending");
+    call.invocation.refuse(kFailed, "Kelvane is starting or ending");
     return;
   }
-  const std::shared_ptr<GDBusMethodInvocation> invocation(call.invocation, GObjectDeleter());
   handler->handleGetBatteryDetails(
-      intent, [invocation](const GetBatteryDetailsIntentResponse& response) {
-        // Takes a reference over.
-        g_object_ref(invocation.get());
-        g_dbus_method_invocation_return_value(invocation.get(), messageOf(response));
+      intent, [invocation = call.invocation](const GetBatteryDetailsIntentResponse& response) {
+        invocation.answer(messageOf(response));
       });
 }
 

@@ -5,7 +5,7 @@
 #include <functional>
 #include <memory>
 
-#include <gio/gio.h>
+#include <glib.h>
 
 #include "intents/get_battery_details_intent.h"
 #include "platform/linux/glib/exported_object.h"
@@ -19,7 +19,7 @@ class IntentService {
       const GetBatteryDetailsIntent& intent)>;
 
   // Answers calls from here on, on the application's object; `bus` outlives this.
-  IntentService(GDBusConnection* bus, MakeHandler makeHandler);
+  IntentService(BusConnection* bus, MakeHandler makeHandler);
   IntentService(const IntentService&) = delete;
   IntentService& operator=(const IntentService&) = delete;
 

@@ -32,9 +32,7 @@ class IntentServiceTest : public ::testing::Test {
   // `until` ends the waiting.
   void call(const char* arguments, const std::function<bool()>& until) {
     answer = "";
-    calls.call(other.get(),
-               {g_dbus_connection_get_unique_name(own.get()), ApplicationService::kPath,
-                kIntentsInterface},
+    calls.call(other.get(), {own->uniqueName(), ApplicationService::kPath, kIntentsInterface},
                kGetBatteryDetails, g_variant_new_parsed(arguments), kBatteryDetailsType,
                [this](const BusReply& reply) {
                  answer = reply ? GCharPtr(g_variant_print(reply.value.get(), FALSE)).get()
@@ -45,8 +43,8 @@ class IntentServiceTest : public ::testing::Test {
   const std::function<bool()> isAnswered = [this] { return !answer.empty(); };
 
   PrivateBus bus;
-  GObjectPtr<GDBusConnection> own = bus.connect();
-  GObjectPtr<GDBusConnection> other = bus.connect();
+  BusPtr own = bus.connect();
+  BusPtr other = bus.connect();
   BusCalls calls;
   bool hasApplication = true;
   GetBatteryDetailsIntentHandling::Completion pending;

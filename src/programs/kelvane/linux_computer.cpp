@@ -10,7 +10,7 @@
 namespace kelvane {
 namespace {
 
-TrayOptions trayOptions(LinuxComputer& computer, GDBusConnection* sessionBus) {
+TrayOptions trayOptions(LinuxComputer& computer, BusConnection* sessionBus) {
   TrayOptions options;
   options.sessionBus = sessionBus;
   options.activated = [&computer](Menu* menu, std::optional<Point> where) {
@@ -42,11 +42,12 @@ WindowOptions windowOptions(LinuxComputer& computer) {
 
 }  // namespace
 
-LinuxComputer::LinuxComputer(GlibRunLoop& loop, GDBusConnection* sessionBus,
+LinuxComputer::LinuxComputer(GlibRunLoop& loop, BusConnection* sessionBus,
                              const PowerOptions& power)
     : runLoop(loop),
-      registry(power.directory),
-      powerSources(runLoop, power),
+      supplies(std::make_shared<TurnSupplies>(power.directory)),
+      registry(supplies),
+      powerSources(runLoop, power, supplies),
       statusBar(runLoop, fonts, trayOptions(*this, sessionBus)),
       noticeBoard(sessionBus, runLoop),
       windows(runLoop, noticeBoard, windowOptions(*this)),

@@ -1,7 +1,9 @@
 // A Linux desktop as the application's platform: every adaptor, wired together. Main thread.
 #pragma once
 
-#include <gio/gio.h>
+#include <memory>
+
+#include <glib.h>
 
 #include "platform/linux/desktop/linux_login_items.h"
 #include "platform/linux/desktop/linux_system_info.h"
@@ -9,6 +11,7 @@
 #include "platform/linux/desktop/linux_workspace.h"
 #include "platform/linux/drawing/font_faces.h"
 #include "platform/linux/drawing/linux_graphics.h"
+#include "platform/linux/glib/bus_connection.h"
 #include "platform/linux/glib/glib_run_loop.h"
 #include "platform/linux/notifications/linux_user_notifications.h"
 #include "platform/linux/notifications/notice_board.h"
@@ -24,7 +27,7 @@ namespace kelvane {
 class LinuxComputer {
  public:
   // The run loop and the session bus outlive this.
-  LinuxComputer(GlibRunLoop& runLoop, GDBusConnection* sessionBus, const PowerOptions& power);
+  LinuxComputer(GlibRunLoop& runLoop, BusConnection* sessionBus, const PowerOptions& power);
 
   Platform platform() {
     return {registry,      powerSources, preferences, runLoop,   statusBar,  graphics,
@@ -33,6 +36,8 @@ class LinuxComputer {
 
   GlibRunLoop& runLoop;
   PlistPreferences preferences;
+  // One reading in a turn for both.
+  std::shared_ptr<TurnSupplies> supplies;
   SysfsDeviceRegistry registry;
   LinuxPowerSources powerSources;
   FontFaces fonts;

@@ -15,7 +15,7 @@ int main(int argumentCount, char** arguments) {
     kelvane::becomeProgram("kelvane-commands", arguments);
     return 1;
   }
-  // One pool of memory for all threads: GDBus has one that would keep a pool of its own for little.
+  // One pool of memory for all threads: GLib has one for the signals of the system.
   mallopt(M_ARENA_MAX, 1);
   // Large blocks go back to the system when they are freed; the default grows this limit with use.
   mallopt(M_MMAP_THRESHOLD, 64 * 1024);

@@ -11,7 +11,7 @@ constexpr const char* kIdentifier = "tray/missing";
 
 }  // namespace
 
-MissingTrayNotice::MissingTrayNotice(RunLoop& loop, GDBusConnection* bus, NoticeBoard& board,
+MissingTrayNotice::MissingTrayNotice(RunLoop& loop, BusConnection* bus, NoticeBoard& board,
                                      Questions questions)
     : bus_(bus),
       board_(board),

@@ -6,7 +6,7 @@
 #include <memory>
 #include <string>
 
-#include <gio/gio.h>
+#include <glib.h>
 
 #include "platform/linux/notifications/notice_board.h"
 #include "platform/linux/tray/tray_watch.h"
@@ -25,7 +25,7 @@ class MissingTrayNotice {
 
   // Looks for the tray once, 20 seconds from now; after that only a notice that is still there has
   // something listening for it. The loop, the bus and the board outlive this.
-  MissingTrayNotice(RunLoop& loop, GDBusConnection* bus, NoticeBoard& board, Questions questions);
+  MissingTrayNotice(RunLoop& loop, BusConnection* bus, NoticeBoard& board, Questions questions);
   MissingTrayNotice(const MissingTrayNotice&) = delete;
   MissingTrayNotice& operator=(const MissingTrayNotice&) = delete;
 
@@ -34,7 +34,7 @@ class MissingTrayNotice {
   void shownChanged(bool isShown);
   void post();
 
-  GDBusConnection* bus_;
+  BusConnection* bus_;
   NoticeBoard& board_;
   Questions questions_;
   std::unique_ptr<Timer> patience_;

@@ -25,12 +25,10 @@ constexpr const char* kTrayXml = R"xml(<node><interface name="org.kde.StatusNoti
 // A watcher with a host or without one; the latter may also be no tray at all.
 struct Tray {
   explicit Tray(const PrivateBus& bus)
-      : connection(bus.connect()), node(parseInterface(kTrayXml)) {}
-  ~Tray() {
-    if (!g_dbus_connection_is_closed(connection.get())) leave();
-  }
+      : connection(bus.connect()), interface(parseInterface(kTrayXml)) {}
+  ~Tray() { leave(); }
   void answer() {
-    object.emplace(connection.get(), kTrayPath, node->interfaces[0],
+    object.emplace(connection.get(), kTrayPath, *interface,
                    ExportedObject::Handlers{nullptr, [this](std::string_view name) {
                                               return name == "IsStatusNotifierHostRegistered"
                                                          ? g_variant_new_boolean(hasHost)
@@ -44,11 +42,11 @@ struct Tray {
   }
   void leave() {
     object.reset();
-    g_dbus_connection_close_sync(connection.get(), nullptr, nullptr);
+    connection->close();
   }
 
-  const GObjectPtr<GDBusConnection> connection;
-  const GDBusNodeInfoPtr node;
+  const BusPtr connection;
+  const BusInterfacePtr interface;
   std::optional<ExportedObject> object;
   bool hasHost = false;
 };

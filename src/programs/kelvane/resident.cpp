@@ -8,14 +8,15 @@
 #include <string>
 #include <string_view>
 
-#include <gio/gio.h>
 #include <glib-unix.h>
+#include <glib.h>
 #include <malloc.h>
 
 #include "app/app_main.h"
 #include "platform/linux/application/application_service.h"
 #include "platform/linux/application/running_application.h"
 #include "platform/linux/desktop/tray_remedy.h"
+#include "platform/linux/glib/bus_connection.h"
 #include "programs/kelvane/intent_service.h"
 #include "programs/kelvane/linux_computer.h"
 #include "programs/kelvane/missing_tray_notice.h"
@@ -36,7 +37,7 @@ gboolean quitLoop(gpointer loop) {
 }
 
 // Absent: go on, this is the one. Otherwise the exit code.
-std::optional<int> handOver(GDBusConnection* bus, ApplicationService& service) {
+std::optional<int> handOver(BusConnection* bus, ApplicationService& service) {
   for (int attempt = 0; attempt < kMostClaims; ++attempt) {
     switch (service.claim()) {
       case ApplicationService::Claim::granted:
@@ -78,8 +79,9 @@ int runResident(const PowerOptions& power, Start start) {
 
   // From here on every request to end is a clean end; the end of the session is one, too.
   GlibRunLoop runLoop;
-  g_signal_connect_swapped(bus.get(), "closed", G_CALLBACK(+[](gpointer loop) { quitLoop(loop); }),
-                           &runLoop);
+  const BusObservation stateChanges = bus->observe([&] {
+    if (bus->state() == BusConnection::State::closed) quitLoop(&runLoop);
+  });
   for (const int signal : {SIGTERM, SIGINT, SIGHUP}) g_unix_signal_add(signal, quitLoop, &runLoop);
 
   // Calls may come before the application is there, and are then without effect. The name is given
@@ -121,9 +123,7 @@ int runResident(const PowerOptions& power, Start start) {
   runLoop.asyncAfter(kItemShown, [&] { computer.preferences.followOtherProcesses(); });
   // By then starting is over, and what it needed is free.
   runLoop.asyncAfter(kSettled, [] { malloc_trim(0); });
-  const int exitCode = runLoop.run();
-  g_signal_handlers_disconnect_by_data(bus.get(), &runLoop);
-  return exitCode;
+  return runLoop.run();
 }
 
 }  // namespace kelvane

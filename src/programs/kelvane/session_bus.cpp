@@ -1,18 +1,17 @@
 #include "programs/kelvane/session_bus.h"
 
 #include <cstdio>
+#include <string>
 
 namespace kelvane {
 
-GObjectPtr<GDBusConnection> connectToSessionBus() {
-  GError* rawError = nullptr;
-  GObjectPtr<GDBusConnection> bus(g_bus_get_sync(G_BUS_TYPE_SESSION, nullptr, &rawError));
-  const GErrorPtr error(rawError);
-  if (error)
-    std::fprintf(stderr, "kelvane: there is no session bus: %s\n", error->message);
-  else
-    g_dbus_connection_set_exit_on_close(bus.get(), FALSE);
-  return bus;
+BusPtr connectToSessionBus() {
+  std::string problem;
+  BusPtr bus = BusConnection::share(BusKind::session, &problem);
+  if (bus && bus->waitUntilReady()) return bus;
+  std::fprintf(stderr, "kelvane: there is no session bus: %s\n",
+               bus ? "it refuses us" : problem.c_str());
+  return nullptr;
 }
 
 }  // namespace kelvane

@@ -25,24 +25,19 @@ constexpr guint32 kPrimaryOwner = 1;
 constexpr guint32 kExists = 3;
 constexpr int kBusTimeout = 5000;  // milliseconds
 
-// A call to the bus itself; null on error, which `error` then says.
-GVariantPtr callBus(GDBusConnection* bus, const char* method, GVariant* arguments,
-                    GErrorPtr& error) {
-  GError* rawError = nullptr;
-  GVariantPtr reply(g_dbus_connection_call_sync(
-      bus, "org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus", method,
-      arguments, G_VARIANT_TYPE("(u)"), G_DBUS_CALL_FLAGS_NONE, kBusTimeout, nullptr, &rawError));
-  error.reset(rawError);
-  return reply;
+// A call to the bus itself.
+BusReply callBus(BusConnection* bus, const char* method, GVariant* arguments) {
+  return bus->callAndWait({"org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus"},
+                          method, arguments, "(u)", kBusTimeout);
 }
 
 }  // namespace
 
-ApplicationService::ApplicationService(GDBusConnection* bus, Handlers handlers)
-    : bus_(shareObject(bus)), handlers_(std::move(handlers)) {
-  static const GDBusNodeInfoPtr node = parseInterface(kInterface);
+ApplicationService::ApplicationService(BusConnection* bus, Handlers handlers)
+    : bus_(shareBus(bus)), handlers_(std::move(handlers)) {
+  static const BusInterfacePtr interface = parseInterface(kInterface);
   object_ = std::make_unique<ExportedObject>(
-      bus, kPath, node->interfaces[0],
+      bus, kPath, *interface,
       ExportedObject::Handlers{[this](const ExportedObject::Call& call) { handle(call); },
                                [](std::string_view) -> GVariant* { return nullptr; }});
 }
@@ -50,21 +45,19 @@ ApplicationService::ApplicationService(GDBusConnection* bus, Handlers handlers)
 ApplicationService::~ApplicationService() {
   if (!hasName_) return;
   // The answer comes after all that was sent before, the reply to a request to end included.
-  GErrorPtr error;
-  callBus(bus_.get(), "ReleaseName", g_variant_new("(s)", kName), error);
+  callBus(bus_.get(), "ReleaseName", g_variant_new("(s)", kName));
 }
 
 ApplicationService::Claim ApplicationService::claim() {
-  GErrorPtr error;
-  const GVariantPtr reply =
-      callBus(bus_.get(), "RequestName", g_variant_new("(su)", kName, kDoNotQueue), error);
+  const BusReply reply =
+      callBus(bus_.get(), "RequestName", g_variant_new("(su)", kName, kDoNotQueue));
   if (!reply) {
     std::fprintf(stderr, "kelvane: the session bus does not give the name %s: %s\n", kName,
-                 error->message);
+                 reply.error.c_str());
     return Claim::failed;
   }
   guint32 answer = 0;
-  g_variant_get(reply.get(), "(u)", &answer);
+  g_variant_get(reply.value.get(), "(u)", &answer);
   hasName_ = answer == kPrimaryOwner;
   if (hasName_) return Claim::granted;
   if (answer == kExists) return Claim::taken;
@@ -79,15 +72,14 @@ void ApplicationService::handle(const ExportedObject::Call& call) {
     g_variant_get_child(call.arguments, 0, "&s", &name);
     const std::string action = name;
     if (action != kQuit && action != kPreferences) {
-      g_dbus_method_invocation_return_error(call.invocation, G_DBUS_ERROR,
-                                            G_DBUS_ERROR_INVALID_ARGS, "No action %s", name);
+      call.invocation.refuse(kInvalidArguments, "No action " + action);
       return;
     }
-    g_dbus_method_invocation_return_value(call.invocation, nullptr);
+    call.invocation.answer();
     handlers_.chooseAction(action);
     return;
   }
-  g_dbus_method_invocation_return_value(call.invocation, nullptr);
+  call.invocation.answer();
   if (call.method == "Activate") handlers_.activate();
 }
 

@@ -10,7 +10,7 @@
 #include <memory>
 #include <string>
 
-#include <gio/gio.h>
+#include <glib.h>
 
 #include "platform/linux/glib/exported_object.h"
 #include "platform/linux/glib/glib_ptr.h"
@@ -33,7 +33,7 @@ class ApplicationService {
   enum class Claim { granted, taken, failed };
 
   // Answers calls from here on; `bus` outlives this.
-  ApplicationService(GDBusConnection* bus, Handlers handlers);
+  ApplicationService(BusConnection* bus, Handlers handlers);
   ~ApplicationService();
   ApplicationService(const ApplicationService&) = delete;
   ApplicationService& operator=(const ApplicationService&) = delete;
@@ -45,7 +45,7 @@ class ApplicationService {
  private:
   void handle(const ExportedObject::Call& call);
 
-  GObjectPtr<GDBusConnection> bus_;
+  BusPtr bus_;
   Handlers handlers_;
   std::unique_ptr<ExportedObject> object_;
   bool hasName_ = false;

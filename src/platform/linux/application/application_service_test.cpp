@@ -18,7 +18,7 @@ using ::testing::IsEmpty;
 
 class ApplicationServiceTest : public ::testing::Test {
  protected:
-  std::unique_ptr<ApplicationService> makeService(GDBusConnection* connection) {
+  std::unique_ptr<ApplicationService> makeService(BusConnection* connection) {
     return std::make_unique<ApplicationService>(
         connection, ApplicationService::Handlers{
                         [this] { seen.push_back("activate"); },
@@ -40,8 +40,8 @@ class ApplicationServiceTest : public ::testing::Test {
   }
 
   PrivateBus bus;
-  GObjectPtr<GDBusConnection> own = bus.connect();
-  GObjectPtr<GDBusConnection> other = bus.connect();
+  BusPtr own = bus.connect();
+  BusPtr other = bus.connect();
   BusCalls calls;
   std::vector<std::string> seen;
 };
@@ -54,7 +54,7 @@ TEST_F(ApplicationServiceTest, OneOwnerAtATime) {
   EXPECT_EQ(second->claim(), Claim::taken);
   first.reset();
   EXPECT_EQ(second->claim(), Claim::granted);
-  g_dbus_connection_close_sync(other.get(), nullptr, nullptr);
+  other->close();
   EXPECT_EQ(makeService(other.get())->claim(), Claim::failed);
 }
 

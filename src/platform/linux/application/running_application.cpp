@@ -11,28 +11,25 @@ constexpr int kEndTimeout = 5000;
 
 GVariant* noPlatformData() { return g_variant_new_array(G_VARIANT_TYPE("{sv}"), nullptr, 0); }
 
-RunningAnswer ask(GDBusConnection* bus, const char* method, GVariant* arguments) {
-  GError* rawError = nullptr;
-  const GVariantPtr reply(g_dbus_connection_call_sync(
-      bus, ApplicationService::kName, ApplicationService::kPath, "org.freedesktop.Application",
-      method, arguments, nullptr, G_DBUS_CALL_FLAGS_NO_AUTO_START, kAnswerTimeout, nullptr,
-      &rawError));
-  const GErrorPtr error(rawError);
+RunningAnswer ask(BusConnection* bus, const char* method, GVariant* arguments) {
+  const BusReply reply = bus->callAndWait(
+      {ApplicationService::kName, ApplicationService::kPath, "org.freedesktop.Application"}, method,
+      arguments, "r", kAnswerTimeout);
   if (reply) return RunningAnswer::done;
   // "No reply" is what the bus says of a process that ended before it answered.
-  for (const GDBusError gone :
-       {G_DBUS_ERROR_SERVICE_UNKNOWN, G_DBUS_ERROR_NAME_HAS_NO_OWNER, G_DBUS_ERROR_NO_REPLY})
-    if (g_error_matches(error.get(), G_DBUS_ERROR, gone)) return RunningAnswer::notRunning;
+  for (const char* gone : {"ServiceUnknown", "NameHasNoOwner", "NoReply"})
+    if (reply.errorName == std::string("org.freedesktop.DBus.Error.") + gone)
+      return RunningAnswer::notRunning;
   return RunningAnswer::failed;
 }
 
 }  // namespace
 
-RunningAnswer activateRunning(GDBusConnection* bus) {
+RunningAnswer activateRunning(BusConnection* bus) {
   return ask(bus, "Activate", g_variant_new("(@a{sv})", noPlatformData()));
 }
 
-RunningAnswer quitRunning(GDBusConnection* bus) {
+RunningAnswer quitRunning(BusConnection* bus) {
   bool isGone = false;
   // Listens before it asks.
   const NameWatch watch(bus, ApplicationService::kName,

@@ -4,7 +4,7 @@
 
 #include <string>
 
-#include <gio/gio.h>
+#include "platform/linux/glib/bus_connection.h"
 
 namespace kelvane {
 
@@ -15,9 +15,9 @@ enum class RunningAnswer {
 };
 
 // Opens it again, as a second start does.
-RunningAnswer activateRunning(GDBusConnection* bus);
+RunningAnswer activateRunning(BusConnection* bus);
 
 // Asks it to end, and waits until its name is gone.
-RunningAnswer quitRunning(GDBusConnection* bus);
+RunningAnswer quitRunning(BusConnection* bus);
 
 }  // namespace kelvane

@@ -99,7 +99,7 @@ class FakeProfiles {
  public:
   FakeProfiles(const PrivateBus& bus, const std::string& name, std::string path,
                const char* profile)
-      : path_(std::move(path)), name_(name), connection_(bus.connect()), profile_(profile) {
+      : path_(std::move(path)), name_(name), connection_(bus.connectStranger()), profile_(profile) {
     interface_.reset(g_dbus_node_info_new_for_xml(
         ("<node><interface name='" + name +
          "'><property name='ActiveProfile' type='s' access='read'/></interface></node>")

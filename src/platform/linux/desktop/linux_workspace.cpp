@@ -23,7 +23,7 @@ void openByProgram(const std::string& address) { startDetached({"xdg-open", addr
 
 }  // namespace
 
-LinuxWorkspace::LinuxWorkspace(GDBusConnection* sessionBus) : sessionBus_(sessionBus) {}
+LinuxWorkspace::LinuxWorkspace(BusConnection* sessionBus) : sessionBus_(sessionBus) {}
 
 LinuxWorkspace::~LinuxWorkspace() = default;
 
@@ -36,8 +36,8 @@ void LinuxWorkspace::openUrl(const std::string& url) {
   }
   // The answer's path follows from our name on the bus, so that none can come too early.
   const std::string token = "kelvane" + std::to_string(++requests_);
-  const char* uniqueName = g_dbus_connection_get_unique_name(sessionBus_);
-  std::string sender = uniqueName && *uniqueName ? uniqueName + 1 : "";
+  const std::string& uniqueName = sessionBus_->uniqueName();
+  std::string sender = uniqueName.empty() ? "" : uniqueName.substr(1);
   std::ranges::replace(sender, '.', '_');
   response_ = std::make_unique<SignalSubscription>(
       sessionBus_,

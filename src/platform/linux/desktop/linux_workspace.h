@@ -6,7 +6,7 @@
 #include <memory>
 #include <string>
 
-#include <gio/gio.h>
+#include <glib.h>
 
 #include "platform/linux/glib/bus.h"
 #include "platform/workspace.h"
@@ -16,7 +16,7 @@ namespace kelvane {
 class LinuxWorkspace : public Workspace {
  public:
   // `sessionBus` outlives this.
-  explicit LinuxWorkspace(GDBusConnection* sessionBus);
+  explicit LinuxWorkspace(BusConnection* sessionBus);
   ~LinuxWorkspace() override;
 
   // Addresses beginning with http://, https:// or file:// in small letters; all others are refused.
@@ -25,7 +25,7 @@ class LinuxWorkspace : public Workspace {
   void openBatterySettings() override;
 
  private:
-  GDBusConnection* sessionBus_;
+  BusConnection* sessionBus_;
   std::unique_ptr<BusCalls> calls_;
   std::unique_ptr<SignalSubscription> response_;  // of the latest request
   unsigned requests_ = 0;

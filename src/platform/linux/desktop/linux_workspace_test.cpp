@@ -63,7 +63,7 @@ class FakePortal {
  public:
   // `response` is told after the handle; without one the call itself fails.
   FakePortal(const PrivateBus& bus, std::optional<guint32> response)
-      : connection_(bus.connect()), response_(response) {
+      : connection_(bus.connectStranger()), response_(response) {
     const GDBusNodeInfoPtr node(g_dbus_node_info_new_for_xml(
         "<node><interface name='org.freedesktop.portal.OpenURI'><method name='OpenURI'>"
         "<arg name='parent' type='s' direction='in'/><arg name='uri' type='s' direction='in'/>"
@@ -164,7 +164,7 @@ class WorkspaceTest : public ::testing::Test {
   fs::path folder;
   std::size_t seen = 0;
   const PrivateBus bus;
-  GObjectPtr<GDBusConnection> connection = bus.connect();
+  BusPtr connection = bus.connect();
   std::unique_ptr<LinuxWorkspace> workspace = std::make_unique<LinuxWorkspace>(connection.get());
 };
 
@@ -187,7 +187,7 @@ TEST_F(WorkspaceTest, OpensPagesByThePortalOrElseByAProgram) {
     EXPECT_THAT(portal.asked, ElementsAre(url));
     // What the portal sent is here after a question to the bus from either end.
     portal.askBus();
-    FakePortal::askBus(connection.get());
+    kelvane::askBus(connection.get(), "GetId");
     runUntilIdle();
     if (isByProgram) {
       EXPECT_EQ(started(), byProgram(url));

@@ -6,7 +6,7 @@
 namespace kelvane {
 
 PowerProfileMirror::PowerProfileMirror(std::function<void()> changed)
-    : changed_(std::move(changed)), request_([this](GDBusConnection* bus) {
+    : changed_(std::move(changed)), request_([this](BusConnection* bus) {
         if (!bus) return;
         for (Service& service : services_) follow(bus, service);
       }) {
@@ -18,15 +18,15 @@ PowerProfileMirror::PowerProfileMirror(std::function<void()> changed)
 
 PowerProfileMirror::~PowerProfileMirror() = default;
 
-void PowerProfileMirror::follow(GDBusConnection* bus, Service& service) {
+void PowerProfileMirror::follow(BusConnection* bus, Service& service) {
   service.owner = std::make_unique<NameWatch>(
       bus, service.name,
-      [this, bus = std::shared_ptr(shareObject(bus)), &service](const std::string& owner) {
+      [this, bus = std::shared_ptr(shareBus(bus)), &service](const std::string& owner) {
         ownerChanged(bus.get(), service, owner);
       });
 }
 
-void PowerProfileMirror::ownerChanged(GDBusConnection* bus, Service& service,
+void PowerProfileMirror::ownerChanged(BusConnection* bus, Service& service,
                                       const std::string& owner) {
   service.calls = std::make_unique<BusCalls>();
   service.changes.reset();

@@ -8,7 +8,7 @@
 #include <memory>
 #include <string>
 
-#include <gio/gio.h>
+#include <glib.h>
 
 #include "platform/linux/glib/bus.h"
 #include "platform/linux/glib/system_bus.h"
@@ -36,8 +36,8 @@ class PowerProfileMirror {
     std::unique_ptr<NameWatch> owner;
   };
 
-  void follow(GDBusConnection* bus, Service& service);
-  void ownerChanged(GDBusConnection* bus, Service& service, const std::string& owner);
+  void follow(BusConnection* bus, Service& service);
+  void ownerChanged(BusConnection* bus, Service& service, const std::string& owner);
   void setProfile(Service& service, GVariant* value);
   void decide();
 

@@ -76,15 +76,19 @@ void moveUp(Bitmap& bitmap, int rows) {
 }
 
 std::vector<std::uint8_t> straightBigEndianArgb(const Bitmap& bitmap) {
-  std::vector<std::uint8_t> bytes;
-  bytes.reserve(bitmap.pixels.size() * 4);
+  std::vector<std::uint8_t> bytes(bitmap.pixels.size() * 4);
+  auto next = bytes.begin();
   for (const std::uint32_t pixel : bitmap.pixels) {
     const std::uint32_t alpha = pixel >> 24;
-    bytes.push_back(static_cast<std::uint8_t>(alpha));
+    if (alpha == 0) {
+      next += 4;
+      continue;
+    }
+    *next++ = static_cast<std::uint8_t>(alpha);
     for (const int shift : {16, 8, 0}) {
       const std::uint32_t value = pixel >> shift & 0xFF;
-      const std::uint32_t straight = alpha == 0 ? 0 : (value * 255 + alpha / 2) / alpha;
-      bytes.push_back(static_cast<std::uint8_t>(std::min<std::uint32_t>(255, straight)));
+      const std::uint32_t straight = (value * 255 + alpha / 2) / alpha;
+      *next++ = static_cast<std::uint8_t>(std::min<std::uint32_t>(255, straight));
     }
   }
   return bytes;

@@ -1,54 +1,89 @@
 #include "platform/linux/glib/bus.h"
 
+#include <algorithm>
+#include <cstring>
+#include <string_view>
 #include <utility>
+
+#include <systemd/sd-bus.h>
+
+#include "platform/linux/glib/bus_message.h"
 
 namespace kelvane {
 namespace {
 
-bool isRefusal(const GError* error) {
-  if (error->domain != G_DBUS_ERROR) return false;
-  switch (error->code) {
-    case G_DBUS_ERROR_UNKNOWN_METHOD:
-    case G_DBUS_ERROR_UNKNOWN_OBJECT:
-    case G_DBUS_ERROR_UNKNOWN_INTERFACE:
-    case G_DBUS_ERROR_INVALID_ARGS:  // what GLib's services say of an interface they don't know
-      return true;
-    default:
-      return false;
-  }
-}
+constexpr const char* kBusName = "org.freedesktop.DBus";
 
-const char* orNull(const std::string& text) { return text.empty() ? nullptr : text.c_str(); }
-
-void finishCall(GObject* source, GAsyncResult* result, gpointer data) {
-  const std::unique_ptr<BusCalls::Done> done(static_cast<BusCalls::Done*>(data));
-  GError* rawError = nullptr;
-  GVariant* rawValue = g_dbus_connection_call_finish(G_DBUS_CONNECTION(source), result, &rawError);
-  const GErrorPtr error(rawError);
-  BusReply reply{GVariantPtr(rawValue), error ? error->message : "",
-                 error && isRefusal(error.get())};
-  // Whoever asked is gone.
-  if (error && g_error_matches(error.get(), G_IO_ERROR, G_IO_ERROR_CANCELLED)) return;
-  (*done)(std::move(reply));
-}
+bool isUniqueName(const std::string& name) { return name.starts_with(':'); }
 
 }  // namespace
 
-BusCalls::BusCalls() : cancellable_(g_cancellable_new()) {}
+struct BusCalls::Pending {
+  Pending(BusCalls& calls, const char* type, Done whenDone)
+      : owner(&calls), replyType(type), done(std::move(whenDone)) {}
+  ~Pending() {
+    if (idle) g_source_remove(idle);
+  }
+  Pending(const Pending&) = delete;
+  Pending& operator=(const Pending&) = delete;
 
-BusCalls::~BusCalls() { g_cancellable_cancel(cancellable_.get()); }
+  BusCalls* owner;
+  std::string replyType;
+  Done done;
+  BusPtr connection;
+  BusSlotPtr slot;
+  guint idle = 0;     // of a call that could not be sent, which is told later all the same
+  std::string error;  // of that
+};
 
-void BusCalls::call(GDBusConnection* connection, const Target& target, const char* method,
+BusCalls::BusCalls() = default;
+
+BusCalls::~BusCalls() = default;
+
+void BusCalls::call(BusConnection* connection, const Target& target, const char* method,
                     GVariant* arguments, const char* replyType, Done done, bool mayStart,
                     int timeoutMilliseconds) {
-  g_dbus_connection_call(connection, orNull(target.destination), target.path.c_str(),
-                         target.interface.c_str(), method, arguments, G_VARIANT_TYPE(replyType),
-                         mayStart ? G_DBUS_CALL_FLAGS_NONE : G_DBUS_CALL_FLAGS_NO_AUTO_START,
-                         timeoutMilliseconds, cancellable_.get(), finishCall,
-                         new Done(std::move(done)));
+  Pending& pending =
+      *pending_.emplace_back(std::make_unique<Pending>(*this, replyType, std::move(done)));
+  pending.connection = shareBus(connection);
+  const BusMessagePtr message = newCall(*connection, target, method, arguments, mayStart);
+  if (!message) return fail(pending, "the call can't be made");
+  sd_bus_slot* slot = nullptr;
+  const int result = sd_bus_call_async(
+      connection->handle(), &slot, message.get(),
+      [](sd_bus_message* answer, void* data, sd_bus_error*) {
+        auto* each = static_cast<Pending*>(data);
+        // The callback may destroy the calls.
+        const auto own = each->owner->take(each);
+        own->done(replyOf(answer, own->replyType.c_str()));
+        return 0;
+      },
+      &pending, static_cast<std::uint64_t>(timeoutMilliseconds) * 1000);
+  pending.slot.reset(slot);
+  if (result < 0) fail(pending, std::strerror(-result));
 }
 
-void BusCalls::getProperty(GDBusConnection* connection, const Target& target, const char* property,
+std::unique_ptr<BusCalls::Pending> BusCalls::take(const Pending* pending) {
+  const auto found = std::ranges::find(pending_, pending, &std::unique_ptr<Pending>::get);
+  auto own = std::move(*found);
+  pending_.erase(found);
+  return own;
+}
+
+void BusCalls::fail(Pending& pending, std::string error) {
+  pending.error = std::move(error);
+  pending.idle = g_idle_add(
+      [](gpointer data) -> gboolean {
+        auto* each = static_cast<Pending*>(data);
+        const auto own = each->owner->take(each);
+        own->idle = 0;
+        own->done({nullptr, own->error, ""});
+        return G_SOURCE_REMOVE;
+      },
+      &pending);
+}
+
+void BusCalls::getProperty(BusConnection* connection, const Target& target, const char* property,
                            Done done) {
   const Target properties{target.destination, target.path, "org.freedesktop.DBus.Properties"};
   call(connection, properties, "Get", g_variant_new("(ss)", target.interface.c_str(), property),
@@ -61,7 +96,7 @@ void BusCalls::getProperty(GDBusConnection* connection, const Target& target, co
        });
 }
 
-void BusCalls::getAllProperties(GDBusConnection* connection, const Target& target, Done done) {
+void BusCalls::getAllProperties(BusConnection* connection, const Target& target, Done done) {
   const Target properties{target.destination, target.path, "org.freedesktop.DBus.Properties"};
   call(connection, properties, "GetAll", g_variant_new("(s)", target.interface.c_str()), "(a{sv})",
        [done = std::move(done)](BusReply reply) {
@@ -70,28 +105,57 @@ void BusCalls::getAllProperties(GDBusConnection* connection, const Target& targe
        });
 }
 
-SignalSubscription::SignalSubscription(GDBusConnection* connection, const Match& match,
+struct SignalSubscription::Listener {
+  Handler handler;
+  // For a service that is known by its name. What is sent to us alone passes by the bus's rules, so
+  // it may come from anyone.
+  std::unique_ptr<NameWatch> name;
+  std::optional<std::string> owner;
+};
+
+SignalSubscription::SignalSubscription(BusConnection* connection, const Match& match,
                                        Handler handler)
-    : connection_(shareObject(connection)) {
-  id_ = g_dbus_connection_signal_subscribe(
-      connection, orNull(match.sender), orNull(match.interface), orNull(match.member),
-      orNull(match.path), orNull(match.firstArgument), G_DBUS_SIGNAL_FLAGS_NONE,
-      [](GDBusConnection*, const gchar*, const gchar* path, const gchar*, const gchar* member,
-         GVariant* parameters,
-         gpointer data) { (*static_cast<Handler*>(data))(path, member, parameters); },
-      new Handler(std::move(handler)), [](gpointer data) { delete static_cast<Handler*>(data); });
+    : listener_(std::make_shared<Listener>()), connection_(shareBus(connection)) {
+  listener_->handler = std::move(handler);
+  if (!match.sender.empty() && !isUniqueName(match.sender) && match.sender != kBusName)
+    listener_->name = std::make_unique<NameWatch>(
+        connection, match.sender,
+        [listener = listener_.get()](const std::string& owner) { listener->owner = owner; });
+
+  std::string rule = "type='signal'";
+  const auto add = [&](const char* key, const std::string& value) {
+    if (!value.empty()) rule += std::string(",") + key + "='" + value + "'";
+  };
+  add("sender", match.sender);
+  add("interface", match.interface);
+  add("member", match.member);
+  add("path", match.path);
+  add("arg0", match.firstArgument);
+  sd_bus_slot* slot = nullptr;
+  sd_bus_add_match_async(
+      connection->handle(), &slot, rule.c_str(),
+      [](sd_bus_message* message, void* data, sd_bus_error*) {
+        // The handler may destroy the subscription.
+        const auto listener = static_cast<SignalSubscription*>(data)->listener_;
+        if (listener->name && listener->owner != sd_bus_message_get_sender(message)) return 0;
+        if (const GVariantPtr body = bodyOf(message))
+          listener->handler(sd_bus_message_get_path(message), sd_bus_message_get_member(message),
+                            body.get());
+        return 0;
+      },
+      // A bus that takes no more rules is no reason to leave it, which is what the library would
+      // do.
+      [](sd_bus_message*, void*, sd_bus_error*) { return 0; }, this);
+  slot_.reset(slot);
 }
 
-SignalSubscription::~SignalSubscription() {
-  g_dbus_connection_signal_unsubscribe(connection_.get(), id_);
-}
+SignalSubscription::~SignalSubscription() = default;
 
-NameWatch::NameWatch(GDBusConnection* connection, std::string name, Handler handler)
+NameWatch::NameWatch(BusConnection* connection, std::string name, Handler handler)
     : calls_(std::make_unique<BusCalls>()),
       owner_(std::make_shared<std::optional<std::string>>()),
       handler_(std::move(handler)) {
-  const BusCalls::Target bus{"org.freedesktop.DBus", "/org/freedesktop/DBus",
-                             "org.freedesktop.DBus"};
+  const BusCalls::Target bus{kBusName, "/org/freedesktop/DBus", kBusName};
   const auto tell = [this](const std::string& owner) {
     if (*owner_ == owner) return;
     *owner_ = owner;

@@ -2,25 +2,18 @@
 // a handle that is destroyed ends what it stands for, and its callback is not called any more.
 #pragma once
 
-#include <cstdint>
 #include <functional>
+#include <list>
 #include <memory>
 #include <optional>
 #include <string>
 
-#include <gio/gio.h>
+#include <glib.h>
 
+#include "platform/linux/glib/bus_connection.h"
 #include "platform/linux/glib/glib_ptr.h"
 
 namespace kelvane {
-
-// The answer of a call: the reply's tuple, or the error's message. `value` is null on error.
-struct BusReply {
-  GVariantPtr value;
-  std::string error;
-  bool isRefused = false;  // the error is that there is no such object, interface or method
-  explicit operator bool() const { return value != nullptr; }
-};
 
 // Calls that can be dropped together: destroying it cancels all that are under way.
 class BusCalls {
@@ -32,27 +25,25 @@ class BusCalls {
   BusCalls(const BusCalls&) = delete;
   BusCalls& operator=(const BusCalls&) = delete;
 
-  struct Target {
-    std::string destination;
-    std::string path;
-    std::string interface;
-  };
+  using Target = BusTarget;
   // Calls a method; a reply of another type than `replyType` (a tuple, e.g. "(v)") is an error. The
   // service is not started for it unless `mayStart` says so. `arguments` may be floating or null.
-  void call(GDBusConnection* connection, const Target& target, const char* method,
+  void call(BusConnection* connection, const Target& target, const char* method,
             GVariant* arguments, const char* replyType, Done done, bool mayStart = false,
             int timeoutMilliseconds = 5000);
 
   // org.freedesktop.DBus.Properties: the answer's value is the property itself, unpacked.
-  void getProperty(GDBusConnection* connection, const Target& target, const char* property,
+  void getProperty(BusConnection* connection, const Target& target, const char* property,
                    Done done);
   // The answer's value is an a{sv}.
-  void getAllProperties(GDBusConnection* connection, const Target& target, Done done);
-
-  GCancellable* cancellable() const { return cancellable_.get(); }
+  void getAllProperties(BusConnection* connection, const Target& target, Done done);
 
  private:
-  GObjectPtr<GCancellable> cancellable_;
+  struct Pending;
+  std::unique_ptr<Pending> take(const Pending* pending);
+  void fail(Pending& pending, std::string error);
+
+  std::list<std::unique_ptr<Pending>> pending_;
 };
 
 // A signal that is listened to. Empty strings match everything.
@@ -68,14 +59,17 @@ class SignalSubscription {
   // Path, member and parameters of a signal; the parameters' type is the sender's word, unchecked.
   using Handler = std::function<void(const char* path, const char* member, GVariant* parameters)>;
 
-  SignalSubscription(GDBusConnection* connection, const Match& match, Handler handler);
+  // A sender that is a name stands for its owner at the time.
+  SignalSubscription(BusConnection* connection, const Match& match, Handler handler);
   ~SignalSubscription();
   SignalSubscription(const SignalSubscription&) = delete;
   SignalSubscription& operator=(const SignalSubscription&) = delete;
 
  private:
-  GObjectPtr<GDBusConnection> connection_;
-  guint id_;
+  struct Listener;
+  std::shared_ptr<Listener> listener_;
+  BusPtr connection_;
+  BusSlotPtr slot_;
 };
 
 // A bus name whose owner is followed. Called first with the owner at the time ("" for none), then
@@ -83,7 +77,7 @@ class SignalSubscription {
 class NameWatch {
  public:
   using Handler = std::function<void(const std::string& owner)>;
-  NameWatch(GDBusConnection* connection, std::string name, Handler handler);
+  NameWatch(BusConnection* connection, std::string name, Handler handler);
   ~NameWatch();
   NameWatch(const NameWatch&) = delete;
   NameWatch& operator=(const NameWatch&) = delete;

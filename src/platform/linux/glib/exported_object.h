@@ -1,18 +1,39 @@
 // An object of ours on a bus connection, from export to destruction. Main thread.
 //
-// GDBus has checked a call's interface, method and argument types against the interface before the
-// handler sees it; what the arguments say is the caller's word.
+// A call's interface, method and argument types have been checked against the interface before the
+// handler sees it; what the arguments say is the caller's word. Introspection and the reading of
+// properties are answered here.
 #pragma once
 
 #include <functional>
+#include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
-#include <gio/gio.h>
+#include <glib.h>
 
-#include "platform/linux/glib/glib_ptr.h"
+#include "platform/linux/glib/bus_connection.h"
+#include "platform/linux/glib/bus_interface.h"
 
 namespace kelvane {
+
+inline constexpr const char* kInvalidArguments = "org.freedesktop.DBus.Error.InvalidArgs";
+inline constexpr const char* kFailed = "org.freedesktop.DBus.Error.Failed";
+
+// A call that is to be answered once, now or later; copies stand for the same call.
+class BusInvocation {
+ public:
+  explicit BusInvocation(sd_bus_message* call);
+  // `value` is a tuple, may be floating, or null for an empty one.
+  void answer(GVariant* value = nullptr) const;
+  void refuse(const char* errorName, const std::string& message) const;
+
+  sd_bus_message* call() const { return call_.get(); }
+
+ private:
+  std::shared_ptr<sd_bus_message> call_;
+};
 
 class ExportedObject {
  public:
@@ -20,17 +41,16 @@ class ExportedObject {
     std::string_view method;
     const char* sender;
     GVariant* arguments;
-    // Takes the call over: it must be answered with a value or an error, once.
-    GDBusMethodInvocation* invocation;
+    BusInvocation invocation;
   };
   struct Handlers {
     std::function<void(const Call&)> call;
-    // A new or floating reference; null for a property that is not there now.
+    // A new or floating reference of the property's type; null for one that is not there now.
     std::function<GVariant*(std::string_view property)> property;
   };
 
   // `interface` must outlive the object.
-  ExportedObject(GDBusConnection* connection, std::string path, GDBusInterfaceInfo* interface,
+  ExportedObject(BusConnection* connection, std::string path, const BusInterface& interface,
                  Handlers handlers);
   ~ExportedObject();
   ExportedObject(const ExportedObject&) = delete;
@@ -39,17 +59,26 @@ class ExportedObject {
   // Tells everyone who listens. `parameters` may be floating, or null for none.
   void emit(const char* signal, GVariant* parameters = nullptr) const;
 
-  GDBusConnection* connection() const { return connection_.get(); }
+  BusConnection* connection() const { return connection_.get(); }
 
  private:
-  GObjectPtr<GDBusConnection> connection_;
-  std::string path_;
-  GDBusInterfaceInfo* interface_;
-  Handlers handlers_;
-  guint id_ = 0;
-};
+  friend class BusConnection;
+  // Whether the message was a call to an object of the connection.
+  static bool receive(BusConnection& connection, sd_bus_message* message);
+  static const ExportedObject* objectOf(const std::vector<ExportedObject*>& objects,
+                                        std::string_view interface);
+  static bool describe(const BusConnection& connection, sd_bus_message* message);
+  static bool readProperties(const std::vector<ExportedObject*>& objects, sd_bus_message* message);
+  bool receiveCall(sd_bus_message* message) const;
+  void getProperty(const BusInvocation& invocation, std::string_view name) const;
+  void getAllProperties(const BusInvocation& invocation) const;
+  // Null for a property that is not there.
+  GVariantPtr valueOf(const BusInterface::Property& property) const;
 
-// The interface that introspection XML describes. The text is ours: a fault in it aborts.
-GDBusNodeInfoPtr parseInterface(const char* xml);
+  BusPtr connection_;
+  std::string path_;
+  const BusInterface& interface_;
+  std::shared_ptr<Handlers> handlers_;
+};
 
 }  // namespace kelvane

@@ -1,22 +1,44 @@
 #include "platform/linux/glib/glib_run_loop.h"
 
+#include <algorithm>
 #include <chrono>
 #include <cmath>
 
 namespace kelvane {
 namespace {
 
+constexpr double kLongestSleep = 1e9;  // milliseconds, which an int holds
+
 struct LoopSource {
   GSource source;
   GlibRunLoop* loop;
 };
+
+double monotonicSeconds() { return static_cast<double>(g_get_monotonic_time()) / G_USEC_PER_SEC; }
+
+// What is due is asked for whenever GLib is about to sleep: setting a time on the source instead
+// would wake GLib up each time, only to sleep again.
+gboolean prepareLoop(GSource* source, gint* milliseconds) {
+  const auto deadline = reinterpret_cast<LoopSource*>(source)->loop->nextDeadline();
+  *milliseconds = -1;
+  if (!deadline) return FALSE;
+  // Rounded up, so that what woke us is due.
+  const double left = std::ceil((*deadline - monotonicSeconds()) * 1000);
+  *milliseconds = static_cast<gint>(std::clamp(left, 0.0, kLongestSleep));
+  return left <= 0;
+}
+
+gboolean checkLoop(GSource* source) {
+  const auto deadline = reinterpret_cast<LoopSource*>(source)->loop->nextDeadline();
+  return deadline && *deadline <= monotonicSeconds();
+}
 
 gboolean dispatchLoop(GSource* source, GSourceFunc, gpointer) {
   reinterpret_cast<LoopSource*>(source)->loop->runTurn();
   return G_SOURCE_CONTINUE;
 }
 
-GSourceFuncs loopFunctions = {nullptr, nullptr, dispatchLoop, nullptr, nullptr, nullptr};
+GSourceFuncs loopFunctions = {prepareLoop, checkLoop, dispatchLoop, nullptr, nullptr, nullptr};
 
 }  // namespace
 
@@ -49,19 +71,11 @@ Date GlibRunLoop::now() const {
   return std::chrono::time_point_cast<std::chrono::microseconds>(std::chrono::system_clock::now());
 }
 
-double GlibRunLoop::monotonicNow() const {
-  return static_cast<double>(g_get_monotonic_time()) / G_USEC_PER_SEC;
-}
+double GlibRunLoop::monotonicNow() const { return monotonicSeconds(); }
 
-void GlibRunLoop::deadlineChanged() {
-  const auto deadline = nextDeadline();
-  // Rounded up, so that what woke us is due.
-  g_source_set_ready_time(
-      source_, deadline ? static_cast<gint64>(std::ceil(*deadline * G_USEC_PER_SEC)) : -1);
-  if (hasForeignJobs()) wakeUp();
-}
+// Called by what the main loop runs, which asks for the deadline before it sleeps.
+void GlibRunLoop::deadlineChanged() {}
 
-// Safe on any thread, see g_source_set_ready_time().
-void GlibRunLoop::wakeUp() { g_source_set_ready_time(source_, 0); }
+void GlibRunLoop::wakeUp() { g_main_context_wakeup(nullptr); }
 
 }  // namespace kelvane

@@ -3,9 +3,8 @@
 // One event source of ours sleeps until the next deadline, so an idle program is never woken up.
 #pragma once
 
-#include <gio/gio.h>
+#include <glib.h>
 
-#include "platform/linux/glib/glib_ptr.h"
 #include "platform/portable/run_loop_queue.h"
 
 namespace kelvane {

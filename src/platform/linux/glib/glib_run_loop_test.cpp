@@ -27,6 +27,8 @@ TEST(GlibRunLoop, RunsJobsTimersAndSourcesAndThenSleeps) {
   source->signal();
   EXPECT_EQ(loop.run(), 7);
   EXPECT_THAT(seen, testing::ElementsAre("source", "job", "timer", "asleep"));
+  const auto later = loop.startTimer(60, false, [] {});
+  EXPECT_FALSE(g_main_context_pending(nullptr));
 }
 
 TEST(GlibRunLoop, OtherThreadsWakeItUp) {

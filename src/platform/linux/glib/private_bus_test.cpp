@@ -3,10 +3,13 @@
 #include <filesystem>
 #include <fstream>
 #include <stdexcept>
+#include <string_view>
+#include <utility>
 
 #include <signal.h>
 #include <stdlib.h>
 #include <sys/prctl.h>
+#include <systemd/sd-bus.h>
 
 namespace kelvane {
 
@@ -22,6 +25,30 @@ bool runUntil(const std::function<bool()>& done) {
 void runUntilIdle() {
   while (g_main_context_iteration(nullptr, FALSE)) {
   }
+}
+
+BusReply askBus(BusConnection* connection, const char* method, GVariant* arguments) {
+  return connection->callAndWait(
+      {"org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus"}, method, arguments,
+      "r", 5000);
+}
+
+Arrivals::Arrivals(const BusPtr& connection, std::string path, std::string member)
+    : connection_(connection), path_(std::move(path)), member_(std::move(member)) {
+  sd_bus_slot* slot = nullptr;
+  sd_bus_add_filter(
+      connection->handle(), &slot,
+      [](sd_bus_message* message, void* data, sd_bus_error*) {
+        auto& self = *static_cast<Arrivals*>(data);
+        const char* from = sd_bus_message_get_path(message);
+        const char* what = sd_bus_message_get_member(message);
+        if (from && what && std::string_view(from).ends_with(self.path_) &&
+            (self.member_.empty() || self.member_ == what))
+          ++self.count_;
+        return 0;
+      },
+      this);
+  filter_.reset(slot);
 }
 
 PrivateBus::PrivateBus(const std::string& activatable) {
@@ -59,7 +86,14 @@ PrivateBus::~PrivateBus() {
   std::filesystem::remove_all(folder_);
 }
 
-GObjectPtr<GDBusConnection> PrivateBus::connect() const {
+BusPtr PrivateBus::connect() const {
+  BusPtr connection = BusConnection::open(address_);
+  if (!connection || !connection->waitUntilReady())
+    throw std::runtime_error("no connection to the message bus");
+  return connection;
+}
+
+GObjectPtr<GDBusConnection> PrivateBus::connectStranger() const {
   constexpr auto kFlags =
       static_cast<GDBusConnectionFlags>(G_DBUS_CONNECTION_FLAGS_AUTHENTICATION_CLIENT |
                                         G_DBUS_CONNECTION_FLAGS_MESSAGE_BUS_CONNECTION);

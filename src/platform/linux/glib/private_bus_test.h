@@ -3,11 +3,13 @@
 #pragma once
 
 #include <functional>
+#include <memory>
 #include <string>
 
 #include <gio/gio.h>
 
-#include "platform/linux/glib/glib_ptr.h"
+#include "platform/linux/glib/bus_connection.h"
+#include "platform/linux/glib/gobject_ptr.h"
 
 namespace kelvane {
 
@@ -16,6 +18,30 @@ bool runUntil(const std::function<bool()>& done);
 
 // Iterates the main context until nothing is ready.
 void runUntilIdle();
+
+// What the bus itself is asked, answered at once; whatever `connection` sent before has then been
+// passed on.
+BusReply askBus(BusConnection* connection, const char* method, GVariant* arguments = nullptr);
+
+// Counts the messages that reach a connection, by the end of their path and their member; an empty
+// one is any.
+class Arrivals {
+ public:
+  Arrivals(const BusPtr& connection, std::string path, std::string member);
+  int count() const { return count_; }
+
+ private:
+  BusPtr connection_;
+  std::string path_;
+  std::string member_;
+  int count_ = 0;
+  BusSlotPtr filter_;
+};
+
+struct GDBusNodeInfoDeleter {
+  void operator()(GDBusNodeInfo* info) const { g_dbus_node_info_unref(info); }
+};
+using GDBusNodeInfoPtr = std::unique_ptr<GDBusNodeInfo, GDBusNodeInfoDeleter>;
 
 class PrivateBus {
  public:
@@ -27,7 +53,9 @@ class PrivateBus {
   PrivateBus& operator=(const PrivateBus&) = delete;
 
   const std::string& address() const { return address_; }
-  GObjectPtr<GDBusConnection> connect() const;
+  BusPtr connect() const;
+  // A connection of another library, for what stands for other programs.
+  GObjectPtr<GDBusConnection> connectStranger() const;
 
  private:
   std::string folder_;

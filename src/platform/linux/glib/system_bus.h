@@ -2,42 +2,54 @@
 #pragma once
 
 #include <functional>
-#include <memory>
 #include <utility>
 
-#include <gio/gio.h>
-
-#include "platform/linux/glib/glib_ptr.h"
+#include "platform/linux/glib/bus_connection.h"
 
 namespace kelvane {
 
 // Gets the process's shared connection to the system bus. `done` is called once, in a later turn of
 // the default main context, with null when there is no bus; never after this object was destroyed.
-// The connection's end does not end the process.
 class SystemBusRequest {
  public:
-  using Done = std::function<void(GDBusConnection* bus)>;
+  using Done = std::function<void(BusConnection* bus)>;
 
-  explicit SystemBusRequest(Done done) : done_(std::make_shared<Done>(std::move(done))) {
-    // Not cancellable: all that wait for the shared connection would fail together.
-    g_bus_get(
-        G_BUS_TYPE_SYSTEM, nullptr,
-        [](GObject*, GAsyncResult* result, gpointer data) {
-          const std::unique_ptr<std::weak_ptr<Done>> waiting(
-              static_cast<std::weak_ptr<Done>*>(data));
-          GError* rawError = nullptr;
-          const GObjectPtr<GDBusConnection> bus(g_bus_get_finish(result, &rawError));
-          const GErrorPtr error(rawError);
-          if (bus) g_dbus_connection_set_exit_on_close(bus.get(), FALSE);
-          if (const auto call = waiting->lock()) (*call)(bus.get());
-        },
-        new std::weak_ptr<Done>(done_));
+  explicit SystemBusRequest(Done done)
+      : done_(std::move(done)), connection_(BusConnection::share(BusKind::system)) {
+    if (connection_ && connection_->state() == BusConnection::State::opening)
+      opened_ = connection_->observe([this] { tell(); });
+    else
+      idle_ = g_idle_add_full(
+          G_PRIORITY_DEFAULT,
+          [](gpointer self) -> gboolean {
+            auto* request = static_cast<SystemBusRequest*>(self);
+            request->idle_ = 0;
+            request->tell();
+            return G_SOURCE_REMOVE;
+          },
+          this, nullptr);
+  }
+  ~SystemBusRequest() {
+    if (idle_) g_source_remove(idle_);
   }
   SystemBusRequest(const SystemBusRequest&) = delete;
   SystemBusRequest& operator=(const SystemBusRequest&) = delete;
 
  private:
-  std::shared_ptr<Done> done_;
+  void tell() {
+    // The callee may destroy this; the connection is from here on kept by those who use it.
+    const Done done = std::move(done_);
+    const BusPtr connection = std::move(connection_);
+    opened_.reset();
+    if (!done) return;
+    done(connection && connection->state() == BusConnection::State::ready ? connection.get()
+                                                                          : nullptr);
+  }
+
+  Done done_;
+  BusPtr connection_;
+  BusObservation opened_;
+  guint idle_ = 0;
 };
 
 }  // namespace kelvane

@@ -47,8 +47,8 @@ GVariant* notifyArguments(const Notice& notice, std::uint32_t replaced) {
 
 }  // namespace
 
-NoticeBoard::NoticeBoard(GDBusConnection* sessionBus, const RunLoop& runLoop)
-    : bus_(shareObject(sessionBus)),
+NoticeBoard::NoticeBoard(BusConnection* sessionBus, const RunLoop& runLoop)
+    : bus_(shareBus(sessionBus)),
       runLoop_(runLoop),
       calls_(std::make_unique<BusCalls>()),
       watch_(sessionBus, kName, [this](const std::string& owner) { ownerChanged(owner); }) {}

@@ -15,7 +15,7 @@
 #include <string>
 #include <vector>
 
-#include <gio/gio.h>
+#include <glib.h>
 
 #include "platform/linux/glib/bus.h"
 #include "platform/run_loop.h"
@@ -39,7 +39,7 @@ class NoticeBoard {
   using Listener = std::function<void(NoticeEvent)>;
 
   // The run loop, which tells the time, outlives the board.
-  NoticeBoard(GDBusConnection* sessionBus, const RunLoop& runLoop);
+  NoticeBoard(BusConnection* sessionBus, const RunLoop& runLoop);
   NoticeBoard(const NoticeBoard&) = delete;
   NoticeBoard& operator=(const NoticeBoard&) = delete;
 
@@ -71,7 +71,7 @@ class NoticeBoard {
   void forgetOutdated();
   void followClosing();
 
-  GObjectPtr<GDBusConnection> bus_;
+  BusPtr bus_;
   const RunLoop& runLoop_;
   std::map<std::string, Entry> entries_;
   std::optional<std::string> owner_;  // unique name; "" for none, absent while it is not known

@@ -84,7 +84,7 @@ class Play {
   const PrivateBus& bus_;
   MemoryRunLoop runLoop_;
   NoticeSession session_;
-  GObjectPtr<GDBusConnection> stranger_;
+  BusPtr stranger_;
   std::unique_ptr<NoticeBoard> board_;
 };
 
@@ -178,19 +178,11 @@ TEST(NoticeBoard, ListensOnlyWhileANoticeIsShown) {
   NoticeSession session(bus);
   session.startServer();
   NoticeBoard board(session.connection.get(), runLoop);
-  std::atomic<int> heard = 0;
-  const guint filter = g_dbus_connection_add_filter(
-      session.connection.get(),
-      [](GDBusConnection*, GDBusMessage* message, gboolean isIncoming, gpointer count) {
-        if (isIncoming && g_strcmp0(g_dbus_message_get_member(message), "NotificationClosed") == 0)
-          ++*static_cast<std::atomic<int>*>(count);
-        return message;
-      },
-      &heard, nullptr);
+  const Arrivals heard(session.connection, "", "NotificationClosed");
   const auto someoneElses = [&] {
     NotificationServer::sayClosed(session.server->connection.get(), g_variant_new("(uu)", 99, 1));
     session.settle();
-    return heard.load();
+    return heard.count();
   };
   session.settle();
   EXPECT_EQ(someoneElses(), 0);
@@ -203,7 +195,6 @@ TEST(NoticeBoard, ListensOnlyWhileANoticeIsShown) {
   board.close("a");
   session.settle();
   EXPECT_EQ(someoneElses(), 2);
-  g_dbus_connection_remove_filter(session.connection.get(), filter);
 }
 
 TEST(LinuxUserNotifications, RemovesItsOwnAndNothingElse) {

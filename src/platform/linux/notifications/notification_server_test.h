@@ -8,20 +8,13 @@
 #include <string>
 #include <vector>
 
-#include <gio/gio.h>
+#include <glib.h>
 
 #include "platform/linux/glib/bus.h"
 #include "platform/linux/glib/exported_object.h"
 #include "platform/linux/glib/private_bus_test.h"
 
 namespace kelvane {
-
-// Waits for the bus's answer, so whatever `connection` sent before has been passed on.
-inline GVariantPtr askBus(GDBusConnection* connection, const char* method, GVariant* arguments) {
-  return GVariantPtr(g_dbus_connection_call_sync(
-      connection, "org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus", method,
-      arguments, nullptr, G_DBUS_CALL_FLAGS_NONE, 5000, nullptr, nullptr));
-}
 
 class NotificationServer {
  public:
@@ -35,29 +28,21 @@ class NotificationServer {
   }
   ~NotificationServer() {
     object_.reset();
-    for (GDBusMethodInvocation* each : unanswered_) g_object_unref(each);
-    g_dbus_connection_close_sync(connection.get(), nullptr, nullptr);
+    connection->close();
   }
 
   // To the oldest Notify without an answer; of any type, null for an error.
   void answer(GVariant* value) {
     ASSERT_FALSE(unanswered_.empty());
-    const GObjectPtr<GDBusMethodInvocation> invocation(unanswered_.front());
+    const BusInvocation invocation = unanswered_.front();
     unanswered_.pop_front();
-    GDBusMessage* call = g_dbus_method_invocation_get_message(invocation.get());
-    const GObjectPtr<GDBusMessage> reply(
-        value ? g_dbus_message_new_method_reply(call)
-              : g_dbus_message_new_method_error_literal(call, "x.No", "No"));
-    if (value) g_dbus_message_set_body(reply.get(), value);
-    g_dbus_connection_send_message(connection.get(), reply.get(), G_DBUS_SEND_MESSAGE_FLAGS_NONE,
-                                   nullptr, nullptr);
+    value ? invocation.answer(value) : invocation.refuse("x.No", "No");
   }
-  static void sayClosed(GDBusConnection* by, GVariant* parameters) {
-    g_dbus_connection_emit_signal(by, nullptr, kPath, kName, "NotificationClosed", parameters,
-                                  nullptr);
+  static void sayClosed(BusConnection* by, GVariant* parameters) {
+    by->emit(kPath, kName, "NotificationClosed", parameters);
   }
 
-  const GObjectPtr<GDBusConnection> connection;
+  const BusPtr connection;
   GVariantPtr lastNotify;  // its arguments
 
  private:
@@ -66,7 +51,7 @@ class NotificationServer {
       std::uint32_t id = 0;
       g_variant_get(call.arguments, "(u)", &id);
       log_.push_back("Close " + std::to_string(id));
-      g_dbus_method_invocation_return_value(call.invocation, nullptr);
+      call.invocation.answer();
       return;
     }
     lastNotify = shareVariant(call.arguments);
@@ -79,8 +64,8 @@ class NotificationServer {
   }
 
   std::vector<std::string>& log_;
-  std::deque<GDBusMethodInvocation*> unanswered_;
-  const GDBusNodeInfoPtr interface_ = parseInterface(R"(
+  std::deque<BusInvocation> unanswered_;
+  const BusInterfacePtr interface_ = parseInterface(R"(
     <node><interface name="org.freedesktop.Notifications">
       <method name="Notify">
         <arg type="s" direction="in"/><arg type="u" direction="in"/><arg type="s" direction="in"/>
@@ -91,7 +76,7 @@ class NotificationServer {
       <method name="CloseNotification"><arg type="u" direction="in"/></method>
     </interface></node>)");
   std::unique_ptr<ExportedObject> object_ = std::make_unique<ExportedObject>(
-      connection.get(), kPath, interface_->interfaces[0],
+      connection.get(), kPath, *interface_,
       ExportedObject::Handlers{[this](const ExportedObject::Call& call) { called(call); },
                                [](std::string_view) -> GVariant* { return nullptr; }});
 };
@@ -118,8 +103,8 @@ class NoticeSession {
   // Until everything said has been heard, and what that led to, too.
   void settle() const {
     for (int i = 0; i < 4; ++i) {
-      askBus(connection.get(), "GetId", nullptr);
-      if (server) askBus(server->connection.get(), "GetId", nullptr);
+      askBus(connection.get(), "GetId");
+      if (server) askBus(server->connection.get(), "GetId");
       runUntilIdle();
     }
   }
@@ -128,7 +113,7 @@ class NoticeSession {
   const PrivateBus& bus_;
 
  public:
-  const GObjectPtr<GDBusConnection> connection;
+  const BusPtr connection;
   std::vector<std::string> log;
   std::unique_ptr<NotificationServer> server;
 };

@@ -46,7 +46,8 @@ GVariantPtr merged(GVariant* base, GVariant* changes) {
 }  // namespace
 
 FakeUPower::FakeUPower(const PrivateBus& bus)
-    : connection_(bus.connect()), interfaces_(g_dbus_node_info_new_for_xml(kInterfaces, nullptr)) {
+    : connection_(bus.connectStranger()),
+      interfaces_(g_dbus_node_info_new_for_xml(kInterfaces, nullptr)) {
   static const GDBusInterfaceVTable kTable{&FakeUPower::answer, nullptr, nullptr, {}};
   daemon_ = g_dbus_connection_register_object(
       connection_.get(), kUPower, interfaces_->interfaces[0], &kTable, this, nullptr, nullptr);
@@ -122,7 +123,7 @@ void FakeUPower::answer(GDBusConnection*, const gchar*, const gchar* path, const
       invocation, g_variant_new("(@a{sv})", self.devices_.at(name).properties.get()));
 }
 
-FakeLogin::FakeLogin(const PrivateBus& bus) : connection_(bus.connect()) {
+FakeLogin::FakeLogin(const PrivateBus& bus) : connection_(bus.connectStranger()) {
   const GVariantPtr owned(g_dbus_connection_call_sync(
       connection_.get(), "org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus",
       "RequestName", g_variant_new("(su)", "org.freedesktop.login1", 0u), nullptr,

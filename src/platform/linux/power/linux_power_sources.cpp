@@ -8,14 +8,18 @@
 namespace kelvane {
 
 LinuxPowerSources::LinuxPowerSources(RunLoopQueue& loop, PowerOptions options)
-    : loop_(loop), options_(std::move(options)) {
+    : LinuxPowerSources(loop, options, std::make_shared<TurnSupplies>(options.directory)) {}
+
+LinuxPowerSources::LinuxPowerSources(RunLoopQueue& loop, PowerOptions options,
+                                     std::shared_ptr<TurnSupplies> supplies)
+    : loop_(loop), options_(std::move(options)), supplies_(std::move(supplies)) {
   isSettled_ = !options_.useUPower;
-  busRequest_.emplace([this](GDBusConnection* bus) { connected(bus); });
+  busRequest_.emplace([this](BusConnection* bus) { connected(bus); });
 }
 
 LinuxPowerSources::~LinuxPowerSources() = default;
 
-void LinuxPowerSources::connected(GDBusConnection* bus) {
+void LinuxPowerSources::connected(BusConnection* bus) {
   if (!bus)
     settle();
   else if (options_.useUPower)
@@ -25,6 +29,7 @@ void LinuxPowerSources::connected(GDBusConnection* bus) {
 }
 
 void LinuxPowerSources::mirrorChanged() {
+  supplies_->forget();
   const bool serves = upower() != nullptr;
   const bool served = std::exchange(servedByUPower_, serves);
   // What was read of UPower is not kept, so there is nothing to compare with.
@@ -56,7 +61,7 @@ std::vector<PropertyDictionary> LinuxPowerSources::descriptions() {
 }
 
 double LinuxPowerSources::timeRemainingEstimate() {
-  return powerReadings(supplies_.read(SupplyFields::state), upower()).timeRemainingEstimate;
+  return powerReadings(supplies_->read(SupplyFields::state), upower()).timeRemainingEstimate;
 }
 
 BatteryWarningLevel LinuxPowerSources::warningLevel() { return readings().warningLevel; }
@@ -89,11 +94,11 @@ bool LinuxPowerSources::hasListeners() {
 PowerReadings LinuxPowerSources::readings() {
   // While UPower serves, only the estimate needs the kernel's word, on the adapter.
   if (const UPowerSnapshot* mirrored = upower()) return powerReadings({}, mirrored);
-  return powerReadings(supplies_.read(SupplyFields::all), nullptr);
+  return powerReadings(supplies_->read(SupplyFields::all), nullptr);
 }
 
 LinuxPowerSources::Reading LinuxPowerSources::read() {
-  const auto& supplies = supplies_.readAfresh();
+  const auto& supplies = supplies_->readAfresh();
   return {powerReadings(supplies, upower()), registryProperties(supplies)};
 }
 

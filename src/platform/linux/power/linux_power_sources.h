@@ -32,6 +32,9 @@ class LinuxPowerSources : public PowerSources {
  public:
   // Returns at once: the bus is asked in the background. `loop` outlives this.
   LinuxPowerSources(RunLoopQueue& loop, PowerOptions options);
+  // Reads the supplies by what somebody else reads them by, too.
+  LinuxPowerSources(RunLoopQueue& loop, PowerOptions options,
+                    std::shared_ptr<TurnSupplies> supplies);
   ~LinuxPowerSources() override;
   LinuxPowerSources(const LinuxPowerSources&) = delete;
   LinuxPowerSources& operator=(const LinuxPowerSources&) = delete;
@@ -57,7 +60,7 @@ class LinuxPowerSources : public PowerSources {
     bool operator==(const Reading&) const = default;
   };
 
-  void connected(GDBusConnection* bus);
+  void connected(BusConnection* bus);
   void mirrorChanged();
   void settle();
   // Watches the kernel while that is what serves and somebody listens.
@@ -72,7 +75,7 @@ class LinuxPowerSources : public PowerSources {
 
   RunLoopQueue& loop_;
   PowerOptions options_;
-  TurnSupplies supplies_{options_.directory};
+  std::shared_ptr<TurnSupplies> supplies_;
   std::optional<SystemBusRequest> busRequest_;
   std::unique_ptr<UPowerMirror> mirror_;
   std::unique_ptr<SignalSubscription> waking_;  // without a mirror, which hears it itself

@@ -12,11 +12,15 @@ constexpr ServiceHandle kBattery = 1;
 
 }  // namespace
 
-SysfsDeviceRegistry::SysfsDeviceRegistry(std::string directory) : supplies_(std::move(directory)) {}
+SysfsDeviceRegistry::SysfsDeviceRegistry(std::string directory)
+    : SysfsDeviceRegistry(std::make_shared<TurnSupplies>(std::move(directory))) {}
+
+SysfsDeviceRegistry::SysfsDeviceRegistry(std::shared_ptr<TurnSupplies> supplies)
+    : supplies_(std::move(supplies)) {}
 
 ServiceHandle SysfsDeviceRegistry::findService(std::string_view name) {
   if (name != "AppleSmartBattery") return 0;
-  return hasBattery(supplies_.read(SupplyFields::state)) ? kBattery : 0;
+  return hasBattery(supplies_->read(SupplyFields::state)) ? kBattery : 0;
 }
 
 std::optional<PropertyValue> SysfsDeviceRegistry::property(ServiceHandle service,
@@ -24,7 +28,7 @@ std::optional<PropertyValue> SysfsDeviceRegistry::property(ServiceHandle service
   if (service != kBattery) return std::nullopt;
   const bool isOfState = name == "ExternalConnected" || name == "IsCharging";
   const auto properties =
-      registryProperties(supplies_.read(isOfState ? SupplyFields::state : SupplyFields::all));
+      registryProperties(supplies_->read(isOfState ? SupplyFields::state : SupplyFields::all));
   const auto found = properties.find(std::string(name));
   return found == properties.end() ? std::nullopt : std::optional(found->second);
 }

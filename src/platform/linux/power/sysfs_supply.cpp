@@ -105,8 +105,7 @@ class AttributeReader {
   int folder_;
 };
 
-Supply readSupply(std::string name, int folder, SupplyFields fields) {
-  const AttributeReader reader(folder);
+Supply readState(std::string name, const AttributeReader& reader) {
   Supply supply;
   supply.name = std::move(name);
   supply.type = reader.parsed("type", parseSupplyType);
@@ -118,8 +117,14 @@ Supply readSupply(std::string name, int folder, SupplyFields fields) {
 
   if (const auto present = reader.number("present", 0, 1)) supply.present = *present > 0;
   supply.status = reader.parsed("status", parseSupplyStatus);
-  if (fields == SupplyFields::state) return supply;
+  return supply;
+}
 
+bool hasFigures(const Supply& supply) {
+  return supply.type && supply.type != SupplyType::external && supply.isOfComputer();
+}
+
+void readFigures(Supply& supply, const AttributeReader& reader) {
   supply.capacity = reader.parsed("capacity", parseSupplyPercent);
   if (const auto end = reader.number("charge_control_end_threshold", 1, 100))
     supply.chargeEndPercent = static_cast<int>(*end);
@@ -134,7 +139,10 @@ Supply readSupply(std::string name, int folder, SupplyFields fields) {
   supply.voltageNow = reader.voltage("voltage_now");
   supply.powerNow = reader.flow("power_now");
   supply.currentNow = reader.flow("current_now");
-  return supply;
+}
+
+FileDescriptor openSupply(const std::string& directory, const std::string& name) {
+  return FileDescriptor(open((directory + "/" + name).c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
 }
 
 std::vector<std::string> supplyNames(DIR* folder) {
@@ -201,14 +209,24 @@ std::optional<int> parseSupplyPercent(std::string_view text) {
 
 std::vector<Supply> readSupplies(const std::string& directory, SupplyFields fields) {
   std::vector<Supply> supplies;
-  const std::unique_ptr<DIR, int (*)(DIR*)> folder(opendir(directory.c_str()), closedir);
-  if (!folder) return supplies;
-  for (std::string& name : supplyNames(folder.get())) {
-    const FileDescriptor supply(
-        openat(dirfd(folder.get()), name.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-    if (supply) supplies.push_back(readSupply(std::move(name), supply.get(), fields));
+  const std::unique_ptr<DIR, int (*)(DIR*)> tree(opendir(directory.c_str()), closedir);
+  if (!tree) return supplies;
+  for (std::string& name : supplyNames(tree.get())) {
+    const FileDescriptor folder = openSupply(directory, name);
+    if (!folder) continue;
+    const AttributeReader reader(folder.get());
+    Supply& supply = supplies.emplace_back(readState(std::move(name), reader));
+    if (fields == SupplyFields::all && hasFigures(supply)) readFigures(supply, reader);
   }
   return supplies;
+}
+
+void addFigures(const std::string& directory, std::vector<Supply>& supplies) {
+  for (Supply& supply : supplies) {
+    if (!hasFigures(supply)) continue;
+    if (const FileDescriptor folder = openSupply(directory, supply.name))
+      readFigures(supply, AttributeReader(folder.get()));
+  }
 }
 
 }  // namespace kelvane

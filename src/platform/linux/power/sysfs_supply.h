@@ -54,6 +54,8 @@ enum class SupplyFields { state, all };  // state: type, scope, present, online,
 // Every supply of a tree, by name; empty when the folder can't be read. Never blocks on what it
 // finds there (a FIFO, a device, a file without end).
 std::vector<Supply> readSupplies(const std::string& directory, SupplyFields fields);
+// Reads what is missing of `supplies`, of which only the state was read; the state stays.
+void addFigures(const std::string& directory, std::vector<Supply>& supplies);
 
 // The forms of the attribute files: the text with at most white space around it, else absent.
 std::optional<SupplyType> parseSupplyType(std::string_view text);

@@ -16,18 +16,19 @@ std::int64_t currentTurn() {
 
 const std::vector<Supply>& TurnSupplies::read(SupplyFields fields) {
   const std::int64_t turn = currentTurn();
-  const bool isRead =
-      turn != 0 && turn == turn_ && (fields == fields_ || fields_ == SupplyFields::all);
-  if (!isRead) {
+  if (turn == 0 || turn != turn_) {
     supplies_ = readSupplies(directory_, fields);
     turn_ = turn;
+    fields_ = fields;
+  } else if (fields == SupplyFields::all && fields_ == SupplyFields::state) {
+    addFigures(directory_, supplies_);
     fields_ = fields;
   }
   return supplies_;
 }
 
 const std::vector<Supply>& TurnSupplies::readAfresh() {
-  turn_ = 0;
+  forget();
   return read(SupplyFields::all);
 }
 

@@ -1,6 +1,6 @@
 // The kernel's power supplies, read at most once in a turn of the main loop: one change of the
 // battery is asked for more than a dozen figures, and some drivers ask the hardware for each file.
-// Main thread.
+// Whoever shares one sees the same. Main thread.
 #pragma once
 
 #include <cstdint>
@@ -21,6 +21,8 @@ class TurnSupplies {
   const std::vector<Supply>& read(SupplyFields fields);
   // All fields as they are now, for the rest of the turn too.
   const std::vector<Supply>& readAfresh();
+  // Something has changed: the next call reads, whatever the turn.
+  void forget() { turn_ = 0; }
 
  private:
   std::string directory_;

@@ -33,13 +33,18 @@ TEST_F(TurnSuppliesTest, ATurnIsOneReadingUnlessItNeedsMore) {
     EXPECT_EQ(online(supplies.read(SupplyFields::state)), false);
     setOnline("1");
     EXPECT_EQ(online(supplies.read(SupplyFields::state)), false);
-    EXPECT_EQ(online(supplies.read(SupplyFields::all)), true);
-    setOnline("0");
-    EXPECT_EQ(online(supplies.read(SupplyFields::state)), true);
+    EXPECT_EQ(supplies.read(SupplyFields::state).at(1).capacity, std::nullopt);
     EXPECT_EQ(supplies.read(SupplyFields::all).at(1).capacity, 57);
-    EXPECT_EQ(online(supplies.readAfresh()), false);
-    setOnline("1");
+    tree.set("BAT0", {{"capacity", "56"}});
+    EXPECT_EQ(supplies.read(SupplyFields::all).at(1).capacity, 57);
     EXPECT_EQ(online(supplies.read(SupplyFields::state)), false);
+    EXPECT_EQ(online(supplies.readAfresh()), true);
+    setOnline("0");
+    EXPECT_EQ(supplies.read(SupplyFields::state).at(1).capacity, 56);
+    EXPECT_EQ(online(supplies.read(SupplyFields::state)), true);
+    supplies.forget();
+    EXPECT_EQ(online(supplies.read(SupplyFields::state)), false);
+    setOnline("1");
   });
   inATurn([&] { EXPECT_EQ(online(supplies.read(SupplyFields::state)), true); });
 }
@@ -48,6 +53,7 @@ TEST_F(TurnSuppliesTest, OutsideTheMainLoopEachCallReads) {
   EXPECT_EQ(online(supplies.read(SupplyFields::state)), false);
   setOnline("1");
   EXPECT_EQ(online(supplies.read(SupplyFields::state)), true);
+  EXPECT_EQ(supplies.read(SupplyFields::all), readSupplies(tree.path(), SupplyFields::all));
 }
 
 }  // namespace

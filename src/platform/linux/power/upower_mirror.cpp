@@ -36,19 +36,17 @@ bool isKindThatFeeds(const UPowerDevice& device) {
 
 }  // namespace
 
-UPowerMirror::UPowerMirror(GDBusConnection* systemBus, std::function<void()> changed)
-    : bus_(shareObject(systemBus)), changed_(std::move(changed)) {
-  closedHandler_ = g_signal_connect(
-      bus_.get(), "closed", G_CALLBACK(+[](GDBusConnection*, gboolean, GError*, gpointer self) {
-        static_cast<UPowerMirror*>(self)->ownerChanged("");
-      }),
-      this);
+UPowerMirror::UPowerMirror(BusConnection* systemBus, std::function<void()> changed)
+    : bus_(shareBus(systemBus)), changed_(std::move(changed)) {
+  stateChanges_ = bus_->observe([this] {
+    if (bus_->state() == BusConnection::State::closed) ownerChanged("");
+  });
   waking_ = listenForWaking(bus_.get(), [this] { awoke(); });
   name_ = std::make_unique<NameWatch>(bus_.get(), kName,
                                       [this](const std::string& owner) { ownerChanged(owner); });
 }
 
-UPowerMirror::~UPowerMirror() { g_signal_handler_disconnect(bus_.get(), closedHandler_); }
+UPowerMirror::~UPowerMirror() = default;
 
 void UPowerMirror::ownerChanged(const std::string& owner) {
   owner_ = owner;

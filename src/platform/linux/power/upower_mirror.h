@@ -16,7 +16,7 @@
 #include <optional>
 #include <string>
 
-#include <gio/gio.h>
+#include <glib.h>
 
 #include "platform/linux/glib/bus.h"
 #include "platform/linux/power/upower_snapshot.h"
@@ -32,7 +32,7 @@ class UPowerMirror {
   // Starts mirroring. `changed` is called whenever the status or the snapshot has become another,
   // and after the computer woke up. A UPower that is not running, but that the bus can start, is
   // started once, now; never later.
-  UPowerMirror(GDBusConnection* systemBus, std::function<void()> changed);
+  UPowerMirror(BusConnection* systemBus, std::function<void()> changed);
   ~UPowerMirror();
   UPowerMirror(const UPowerMirror&) = delete;
   UPowerMirror& operator=(const UPowerMirror&) = delete;
@@ -64,7 +64,7 @@ class UPowerMirror {
   void setAbsent();
   void awoke();
 
-  GObjectPtr<GDBusConnection> bus_;
+  BusPtr bus_;
   std::function<void()> changed_;
   Status status_ = Status::pending;
   UPowerSnapshot snapshot_;
@@ -79,7 +79,7 @@ class UPowerMirror {
   std::unique_ptr<SignalSubscription> comingsAndGoings_;
   std::unique_ptr<SignalSubscription> waking_;
   std::unique_ptr<NameWatch> name_;
-  gulong closedHandler_ = 0;
+  BusObservation stateChanges_;
 };
 
 }  // namespace kelvane

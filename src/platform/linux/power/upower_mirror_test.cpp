@@ -59,7 +59,7 @@ class UPowerMirrorTest : public testing::Test {
 
   PrivateBus bus_;
   std::unique_ptr<FakeUPower> upower_;
-  GObjectPtr<GDBusConnection> connection_;
+  BusPtr connection_;
   std::unique_ptr<UPowerMirror> mirror_;
   int changes_ = 0;
 };
@@ -118,25 +118,15 @@ TEST_F(UPowerMirrorTest, UPowersOwnPollsDoNotReachUs) {
   startMirror();
   ASSERT_TRUE(becomes(Status::ready));
   sendMark(56);  // by now the match rules are in place
-  std::atomic<int> arrived = 0;
-  g_dbus_connection_add_filter(
-      connection_.get(),
-      [](GDBusConnection*, GDBusMessage* message, gboolean isIncoming, gpointer count) {
-        const char* path = g_dbus_message_get_path(message);
-        if (isIncoming && path && std::string_view(path).ends_with("battery_BAT0"))
-          ++*static_cast<std::atomic<int>*>(count);
-        return message;
-      },
-      &arrived, nullptr);
+  const Arrivals arrived(connection_, "battery_BAT0", "");
   const int asked = upower_->getAllCount("battery_BAT0");
   upower_->change("battery_BAT0", "{'UpdateTime': <uint64 2>}");
   upower_->change("DisplayDevice", "{'UpdateTime': <uint64 2>}");
   const int before = changes_;
   sendMark(55);
-  EXPECT_EQ(arrived, 0);
+  EXPECT_EQ(arrived.count(), 0);
   EXPECT_EQ(changes_, before + 1);
   EXPECT_EQ(upower_->getAllCount("battery_BAT0"), asked);
-  g_dbus_connection_close_sync(connection_.get(), nullptr, nullptr);  // `arrived` goes first
 }
 
 TEST_F(UPowerMirrorTest, ListensToABatteryForWhichDisplayDeviceDoesNotSpeak) {
@@ -223,8 +213,7 @@ TEST_F(UPowerMirrorTest, WakingUpReadsEverythingAgainAndIsTold) {
 TEST_F(UPowerMirrorTest, TheEndOfTheBusIsTheEndOfUPower) {
   startMirror();
   ASSERT_TRUE(becomes(Status::ready));
-  g_dbus_connection_set_exit_on_close(connection_.get(), FALSE);
-  g_dbus_connection_close(connection_.get(), nullptr, nullptr, nullptr);
+  connection_->close();
   EXPECT_TRUE(becomes(Status::absent));
 }
 

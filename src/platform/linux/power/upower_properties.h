@@ -1,7 +1,7 @@
 // From UPower's properties on the bus to plain values. Pure, any thread.
 #pragma once
 
-#include <gio/gio.h>
+#include <glib.h>
 
 #include "platform/linux/power/upower_snapshot.h"
 

@@ -4,7 +4,7 @@
 
 namespace kelvane {
 
-std::unique_ptr<SignalSubscription> listenForWaking(GDBusConnection* systemBus,
+std::unique_ptr<SignalSubscription> listenForWaking(BusConnection* systemBus,
                                                     std::function<void()> awoke) {
   return std::make_unique<SignalSubscription>(
       systemBus,

@@ -4,14 +4,14 @@
 #include <functional>
 #include <memory>
 
-#include <gio/gio.h>
+#include <glib.h>
 
 #include "platform/linux/glib/bus.h"
 
 namespace kelvane {
 
 // `awoke` is called after each sleep, until what is answered goes.
-std::unique_ptr<SignalSubscription> listenForWaking(GDBusConnection* systemBus,
+std::unique_ptr<SignalSubscription> listenForWaking(BusConnection* systemBus,
                                                     std::function<void()> awoke);
 
 }  // namespace kelvane

@@ -4,9 +4,10 @@
 
 #include <filesystem>
 #include <functional>
+#include <memory>
 #include <string>
 
-#include "platform/linux/glib/glib_ptr.h"
+#include "platform/linux/files/unique_fd.h"
 
 namespace kelvane {
 
@@ -16,19 +17,20 @@ class FolderWatch {
   // has gone; an empty name when the folder itself has gone, after which nothing more is heard. It
   // may destroy the watch.
   //
-  // The folder must be there: one that is missing would be looked for again and again.
+  // Without the folder nothing is heard.
   FolderWatch(const std::filesystem::path& folder, std::function<void(const std::string&)> changed);
   ~FolderWatch();
   FolderWatch(const FolderWatch&) = delete;
   FolderWatch& operator=(const FolderWatch&) = delete;
 
  private:
-  static void onEvent(GFileMonitor*, GFile* file, GFile* otherFile, GFileMonitorEvent event,
-                      gpointer self);
+  void read();
 
-  GObjectPtr<GFile> folder_;
-  GObjectPtr<GFileMonitor> monitor_;  // null when the system can't watch
+  const std::filesystem::path folder_;
+  UniqueFd inotify_;     // none when the system can't watch
+  unsigned source_ = 0;  // GLib's id; 0 is none
   const std::function<void(const std::string&)> changed_;
+  std::shared_ptr<bool> isAlive_ = std::make_shared<bool>(true);
 };
 
 }  // namespace kelvane

@@ -14,6 +14,7 @@
 #include <string>
 #include <vector>
 
+#include "platform/linux/glib/glib_ptr.h"
 #include "platform/linux/preferences/folder_watch.h"
 #include "platform/linux/preferences/plist_file.h"
 #include "platform/portable/preferences_table.h"

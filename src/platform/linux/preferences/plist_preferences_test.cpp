@@ -160,6 +160,10 @@ TEST_F(PlistPreferencesTest, ASymbolicLinkStaysOneAndItsTargetIsFollowed) {
   EXPECT_EQ(onDisk(), (PropertyDictionary{{"key", "ours"}}));
   observe(*preferences, "mark");
   settle();
+  fs::remove(path);
+  EXPECT_TRUE(until([&] { return !preferences->object("key"); }));
+  fs::create_symlink(target, path);
+  EXPECT_TRUE(until([&] { return preferences->object("key") == PropertyValue("ours"); }));
 }
 
 }  // namespace

@@ -28,8 +28,7 @@ std::vector<int> readIds(GVariant* ids) {
 }
 
 void refuseId(const ExportedObject::Call& call) {
-  g_dbus_method_invocation_return_error_literal(call.invocation, G_DBUS_ERROR,
-                                                G_DBUS_ERROR_INVALID_ARGS, "No such menu item");
+  call.invocation.refuse(kInvalidArguments, "No such menu item");
 }
 
 }  // namespace
@@ -47,12 +46,12 @@ void DbusMenu::setMenu(Menu* menu) {
   update();
 }
 
-void DbusMenu::exportOn(GDBusConnection* connection, KeyNames names) {
-  static const GDBusNodeInfoPtr node = parseInterface(kDbusMenuInterface);
+void DbusMenu::exportOn(BusConnection* connection, KeyNames names) {
+  static const BusInterfacePtr interface = parseInterface(kDbusMenuInterface);
   withdraw();
   names_ = names;
   object_ = std::make_unique<ExportedObject>(
-      connection, kPath, node->interfaces[0],
+      connection, kPath, *interface,
       ExportedObject::Handlers{[this](const ExportedObject::Call& call) { handle(call); },
                                readMenuProperty});
   isUnread_ = true;
@@ -118,8 +117,7 @@ void DbusMenu::getLayout(const ExportedObject::Call& call) {
   const GVariantPtr names(rawNames);
   const MenuEntry* entry = layout_.find(parent);
   if (!entry) return refuseId(call);
-  g_dbus_method_invocation_return_value(
-      call.invocation,
+  call.invocation.answer(
       g_variant_new("(u@(ia{sv}av))", revision_,
                     menuLayout(*entry, depth, propertyFilterOf(names.get()), names_)));
 }
@@ -142,7 +140,7 @@ void DbusMenu::getGroupProperties(const ExportedObject::Call& call) {
   const std::set<int> wanted(ids.begin(), ids.end());
   for (const auto& [id, entry] : layout_.entries())
     if (wanted.empty() || wanted.contains(id)) add(*entry);
-  g_dbus_method_invocation_return_value(call.invocation, g_variant_new("(a(ia{sv}))", &answer));
+  call.invocation.answer(g_variant_new("(a(ia{sv}))", &answer));
 }
 
 void DbusMenu::getProperty(const ExportedObject::Call& call) {
@@ -153,11 +151,10 @@ void DbusMenu::getProperty(const ExportedObject::Call& call) {
   if (!entry) return refuseId(call);
   GVariant* value = menuProperty(*entry, name, names_);
   if (!value) {
-    g_dbus_method_invocation_return_error_literal(call.invocation, G_DBUS_ERROR,
-                                                  G_DBUS_ERROR_INVALID_ARGS, "No such property");
+    call.invocation.refuse(kInvalidArguments, "No such property");
     return;
   }
-  g_dbus_method_invocation_return_value(call.invocation, g_variant_new("(v)", value));
+  call.invocation.answer(g_variant_new("(v)", value));
 }
 
 void DbusMenu::event(const ExportedObject::Call& call) {
@@ -167,7 +164,7 @@ void DbusMenu::event(const ExportedObject::Call& call) {
   const MenuEntry* entry = layout_.find(id);
   if (!entry) return refuseId(call);
   receive(*entry, name, call.sender);
-  g_dbus_method_invocation_return_value(call.invocation, nullptr);
+  call.invocation.answer();
 }
 
 void DbusMenu::eventGroup(const ExportedObject::Call& call) {
@@ -187,7 +184,7 @@ void DbusMenu::eventGroup(const ExportedObject::Call& call) {
     }
   }
   if (count > 0 && unknown.size() == count) return refuseId(call);
-  g_dbus_method_invocation_return_value(call.invocation, g_variant_new("(@ai)", idsOf(unknown)));
+  call.invocation.answer(g_variant_new("(@ai)", idsOf(unknown)));
 }
 
 void DbusMenu::aboutToShow(const ExportedObject::Call& call) {
@@ -196,7 +193,7 @@ void DbusMenu::aboutToShow(const ExportedObject::Call& call) {
   if (!layout_.find(id)) return refuseId(call);
   tellShown();
   const bool hasChanged = update();
-  g_dbus_method_invocation_return_value(call.invocation, g_variant_new("(b)", hasChanged));
+  call.invocation.answer(g_variant_new("(b)", hasChanged));
 }
 
 void DbusMenu::aboutToShowGroup(const ExportedObject::Call& call) {
@@ -207,8 +204,7 @@ void DbusMenu::aboutToShowGroup(const ExportedObject::Call& call) {
   if (known.empty() && !unknown.empty()) return refuseId(call);
   if (!known.empty()) tellShown();
   if (known.empty() || !update()) known.clear();
-  g_dbus_method_invocation_return_value(call.invocation,
-                                        g_variant_new("(@ai@ai)", idsOf(known), idsOf(unknown)));
+  call.invocation.answer(g_variant_new("(@ai@ai)", idsOf(known), idsOf(unknown)));
 }
 
 void DbusMenu::receive(const MenuEntry& entry, const std::string& event, const char* sender) {

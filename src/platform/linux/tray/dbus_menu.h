@@ -12,7 +12,7 @@
 #include <string>
 #include <utility>
 
-#include <gio/gio.h>
+#include <glib.h>
 
 #include "platform/linux/glib/bus.h"
 #include "platform/linux/glib/exported_object.h"
@@ -42,7 +42,7 @@ class DbusMenu {
 
   // From here on the menu is at `kPath`, with the lines of the next `update`; that one tells
   // nobody, as nobody has read any before.
-  void exportOn(GDBusConnection* connection, KeyNames names);
+  void exportOn(BusConnection* connection, KeyNames names);
   void withdraw();
 
   // Asks the menu to update, at most once in a turn of the main loop, and tells hosts what is

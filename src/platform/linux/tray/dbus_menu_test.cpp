@@ -3,7 +3,9 @@
 #include <algorithm>
 
 #include <malloc.h>
+#include <systemd/sd-bus.h>
 
+#include "platform/linux/glib/bus_message.h"
 #include "platform/linux/tray/tray_bus_test.h"
 #include "platform/memory/memory_menu.h"
 
@@ -57,9 +59,7 @@ class DbusMenuTest : public PrivateBusTest {
     made.isEnabled = isEnabled;
     return made;
   }
-  static std::string nameOf(const GObjectPtr<GDBusConnection>& connection) {
-    return g_dbus_connection_get_unique_name(connection.get());
-  }
+  static std::string nameOf(const BusPtr& connection) { return connection->uniqueName(); }
   BusReply ask(const char* method, GVariant* arguments) {
     return call(host.get(), {nameOf(ours), DbusMenu::kPath, kMenu}, method, arguments);
   }
@@ -77,7 +77,7 @@ class DbusMenuTest : public PrivateBusTest {
   }
 
   GlibRunLoop loop;
-  GObjectPtr<GDBusConnection> ours, host;
+  BusPtr ours, host;
   MemoryMenu lines;
   std::shared_ptr<MemoryMenu> more;
   std::string text = "57%";
@@ -215,7 +215,7 @@ TEST_F(DbusMenuTest, FollowsWhoOpenedIt) {
   // The host leaves the bus without a word.
   event(4, "opened");
   runUntilIdle();
-  g_dbus_connection_close_sync(host.get(), nullptr, nullptr);
+  host->close();
   EXPECT_TRUE(runUntil([&] { return lines.history.size() == 2 && more->history.size() == 2; }));
   EXPECT_THAT(lines.history, ElementsAre("opened", "closed"));
   host = connect();
@@ -227,11 +227,15 @@ TEST_F(DbusMenuTest, FollowsWhoOpenedIt) {
 
 TEST_F(DbusMenuTest, AFloodOfEventsLeavesNothingBehind) {
   const auto flood = [&] {
-    for (int i = 0; i < 3000; ++i)
-      g_dbus_connection_call(host.get(), nameOf(ours).c_str(), DbusMenu::kPath, kMenu, "Event",
-                             g_variant_new("(isvu)", i % 7, i % 3 != 0 ? "clicked" : "opened",
-                                           g_variant_new_string("x"), 0),
-                             nullptr, G_DBUS_CALL_FLAGS_NONE, -1, nullptr, nullptr, nullptr);
+    for (int i = 0; i < 3000; ++i) {
+      const BusMessagePtr message =
+          newCall(*host, {nameOf(ours), DbusMenu::kPath, kMenu}, "Event",
+                  g_variant_new("(isvu)", i % 7, i % 3 != 0 ? "clicked" : "opened",
+                                g_variant_new_string("x"), 0),
+                  false);
+      sd_bus_message_set_expect_reply(message.get(), 0);
+      sd_bus_send(host->handle(), message.get(), nullptr);
+    }
     EXPECT_EQ(event(0, "closed"), "()");
     runUntilIdle();
     return mallinfo2().uordblks;

@@ -4,7 +4,7 @@
 #include <set>
 #include <string>
 
-#include <gio/gio.h>
+#include <glib.h>
 
 #include "platform/linux/tray/dbus_menu_layout.h"
 

@@ -7,7 +7,7 @@
 #include <optional>
 #include <string>
 
-#include <gio/gio.h>
+#include <glib.h>
 
 #include "platform/color.h"
 #include "platform/linux/tray/host_profile.h"

@@ -27,8 +27,8 @@ void store(SettingsTable& table, const char* key, GVariant* value) {
 
 }  // namespace
 
-DesktopSettings::DesktopSettings(GDBusConnection* bus, std::function<void()> changed)
-    : bus_(shareObject(bus)), changed_(std::move(changed)) {}
+DesktopSettings::DesktopSettings(BusConnection* bus, std::function<void()> changed)
+    : bus_(shareBus(bus)), changed_(std::move(changed)) {}
 
 DesktopSettings::~DesktopSettings() = default;
 

@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-#include <gio/gio.h>
+#include <glib.h>
 
 #include "platform/color.h"
 #include "platform/linux/glib/bus.h"
@@ -22,7 +22,7 @@ class DesktopSettings {
  public:
   // `changed` is called whenever an answer may have changed, and once when all services of the host
   // have answered.
-  DesktopSettings(GDBusConnection* bus, std::function<void()> changed);
+  DesktopSettings(BusConnection* bus, std::function<void()> changed);
   ~DesktopSettings();
   DesktopSettings(const DesktopSettings&) = delete;
   DesktopSettings& operator=(const DesktopSettings&) = delete;
@@ -58,7 +58,7 @@ class DesktopSettings {
             std::function<void(GVariant*)> handler);
   void tell();
 
-  GObjectPtr<GDBusConnection> bus_;
+  BusPtr bus_;
   std::function<void()> changed_;
   TrayHost host_ = TrayHost::unknown;
   bool isFollowing_ = false;

@@ -35,7 +35,7 @@ class DesktopSettingsTest : public PrivateBusTest {
                  });
   }
 
-  GObjectPtr<GDBusConnection> ours;
+  BusPtr ours;
   int changes = 0;
   DesktopSettings settings;
 };
@@ -71,11 +71,10 @@ TEST_F(DesktopSettingsTest, ABrokenPortalIsAsGoodAsNone) {
   EXPECT_EQ(settings.barAppearance(), std::nullopt);
   // Another program's word does not count.
   const auto other = connect();
-  g_dbus_connection_emit_signal(
-      other.get(), nullptr, "/org/freedesktop/portal/desktop", "org.freedesktop.portal.Settings",
-      "SettingChanged",
-      g_variant_new("(ssv)", "org.freedesktop.appearance", "color-scheme", g_variant_new_uint32(1)),
-      nullptr);
+  other->emit("/org/freedesktop/portal/desktop", "org.freedesktop.portal.Settings",
+              "SettingChanged",
+              g_variant_new("(ssv)", "org.freedesktop.appearance", "color-scheme",
+                            g_variant_new_uint32(1)));
   const int before = changes;
   broken->object->emit("SettingChanged", g_variant_new("(s)", "short"));
   broken->object->emit("SettingChanged", g_variant_new("(ssv)", "org.freedesktop.appearance",

@@ -16,12 +16,13 @@ constexpr std::array kProfiles = {
     // As careful as possible: a picture keeps legible in a square, and most hosts squeeze.
     HostProfile{.host = TrayHost::unknown, .slot = square(22)},
     // Fits into 22 by 22, 44x22 becomes 22x11. Opens the menu itself. The panel has a switch for
-    // its dark look, the theme decides otherwise.
+    // its dark look, the theme decides otherwise. Reads all properties for each signal.
     HostProfile{.host = TrayHost::xfce,
                 .slot = square(22),
                 .barColor = BarColor::panelSettings,
                 .callsActivate = false,
-                .givesRootCoordinates = true},
+                .givesRootCoordinates = true,
+                .readsAllAtOnce = true},
     // Fits into 22 by 22, whatever the scale. Activate on every left click, in root coordinates.
     // The panel's theme is independent of the colour scheme. Its menus are Qt's. A tool tip with
     // tags in it is taken for markup, one without is plain, entities and all.

@@ -39,6 +39,8 @@ struct HostProfile {
   bool readsMarkupInToolTip = false;
   // The names of keys in a menu's shortcuts are Qt's ("," for a comma), not GTK's ("comma").
   bool usesQtKeyNames = false;
+  // Whatever it is told has changed, the host reads all properties anew.
+  bool readsAllAtOnce = false;
 };
 
 // The host whose process is called `processName` (/proc/PID/comm: at most 15 bytes).

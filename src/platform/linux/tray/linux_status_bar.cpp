@@ -13,11 +13,6 @@ namespace {
 // what comes later redraws the item.
 constexpr double kLongestWait = 0.015;
 
-std::string sessionBusAddress() {
-  const GCharPtr address(g_dbus_address_get_for_bus_sync(G_BUS_TYPE_SESSION, nullptr, nullptr));
-  return address ? address.get() : "";
-}
-
 }  // namespace
 
 class LinuxStatusBar::Impl {
@@ -27,7 +22,7 @@ class LinuxStatusBar::Impl {
     surroundings_.slot = profileOf(TrayHost::unknown).slot;
     surroundings_.slot.scale = kScaleWhenUnknown;
     if (!options_.sessionBus) return;
-    if (options_.busAddress.empty()) options_.busAddress = sessionBusAddress();
+    if (options_.busAddress.empty()) options_.busAddress = busAddress(BusKind::session);
     settings_ =
         std::make_unique<DesktopSettings>(options_.sessionBus, [this] { settingsChanged(); });
     watcher_ = std::make_unique<Watcher>(

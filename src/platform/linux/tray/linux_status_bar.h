@@ -11,10 +11,11 @@
 #include <optional>
 #include <string>
 
-#include <gio/gio.h>
+#include <glib.h>
 
 #include "platform/geometry.h"
 #include "platform/linux/drawing/font_faces.h"
+#include "platform/linux/glib/bus_connection.h"
 #include "platform/portable/run_loop_queue.h"
 #include "platform/status_bar.h"
 
@@ -24,7 +25,7 @@ namespace kelvane {
 struct TrayOptions {
   // The session bus, for watching hosts and reading the desktop's settings; the item itself opens a
   // connection of its own to the same bus. Null: no bus, and the item is never shown.
-  GDBusConnection* sessionBus = nullptr;
+  BusConnection* sessionBus = nullptr;
   // The address the item connects to; empty: that of the session bus.
   std::string busAddress;
 

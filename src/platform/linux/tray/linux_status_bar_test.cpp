@@ -112,7 +112,7 @@ class LinuxStatusBarTest : public PrivateBusTest {
 
   GlibRunLoop loop;
   FontFaces fonts;
-  GObjectPtr<GDBusConnection> session, host;
+  BusPtr session, host;
   TrayOptions options;
   MemoryMenu menu;
   std::string menuText = "Fully Charged";
@@ -153,7 +153,7 @@ TEST_F(LinuxStatusBarTest, RegistersWithEveryNewWatcherForEver) {
   first.reset();
   runUntilIdle();
   EXPECT_EQ(registered.size(), 2U);
-  g_dbus_connection_close_sync(second->connection.get(), nullptr, nullptr);
+  second->connection->close();
   ASSERT_TRUE(runUntil([&] { return bar->hostName().empty(); }));
   const auto third = watcher();
   ASSERT_TRUE(isRegistered(3));
@@ -258,6 +258,38 @@ TEST_F(LinuxStatusBarTest, TheToolTipIsTheLatestHoverView) {
   ASSERT_TRUE(runUntil([&] { return heard.size() == 2; }));
   EXPECT_EQ(property("ToolTip"), "('', [], '&lt;2:05 &amp; more', '')");
   EXPECT_THAT(heard, ElementsAre("NewToolTip", "NewToolTip"));
+}
+
+TEST_F(LinuxStatusBarTest, WhoReadsAllAtOnceIsToldOnce) {
+  std::string text = "57%";
+  const auto change = [&](double grey, const char* now) {
+    heard.clear();
+    text = now;
+    item->setImage(picture(grey));
+    EXPECT_TRUE(runUntil([&] { return !heard.empty(); }));
+    item->setImage(std::nullopt);  // what comes before its signal is all that there was
+    EXPECT_TRUE(runUntil([&] { return heard.size() > 1 && heard.back() == "NewIcon"; }));
+    heard.pop_back();
+    return heard;
+  };
+  start();
+  item->addHoverView({[](bool) {}, [&] { return text; }});
+  const ProcessName mate("mate-panel");
+  const auto host1 = watcher();
+  ASSERT_TRUE(isRegistered(1));
+  EXPECT_THAT(change(0.6, "56%"), ElementsAre("NewIcon", "NewToolTip"));
+  const ProcessName xfce("xfce4-panel");
+  const auto host2 = watcher();
+  ASSERT_TRUE(isRegistered(2));
+  EXPECT_THAT(change(0.7, "55%"), ElementsAre("NewIcon"));
+  EXPECT_EQ(property("ToolTip"), "('', [], '55%', '')");
+  // Without a new picture the tool tip has its own signal.
+  item->setImage(picture(0.8));
+  EXPECT_TRUE(runUntil([&] { return heard.size() == 2; }));
+  text = "54%";
+  item->setImage(picture(0.8));
+  EXPECT_TRUE(runUntil([&] { return heard.size() == 3; }));
+  EXPECT_EQ(heard.back(), "NewToolTip");
 }
 
 TEST_F(LinuxStatusBarTest, GnomeGetsALabelAndAllOthersALeftClick) {

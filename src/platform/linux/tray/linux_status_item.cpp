@@ -43,7 +43,7 @@ LinuxStatusItem::LinuxStatusItem(RunLoopQueue& loop, FontFaces& fonts, const Tra
              }}) {
   content_.length = length;
   menu_.setShownObserver([this] { clickObservers_.notify(); });
-  // The handshake runs in a thread of the bus library while the application starts up.
+  // The bus takes the handshake up while the application starts up.
   item_.connect();
   mustRegister_ = surroundings_.hasHost;
   flushLater();
@@ -221,18 +221,20 @@ void LinuxStatusItem::flush() {
 
 void LinuxStatusItem::renderContent() {
   const Slot slot = wholeSlot();
-  std::vector<Bitmap> sizes{rendered(slot)};
+  StatusNotifierItem::Content content;
+  content.icon.push_back(rendered(slot));
   if (!surroundings_.isScaleKnown && surroundings_.profile.picksBestSize) {
     Slot small = slot;
     small.scale = 1;
-    sizes.insert(sizes.begin(), rendered(small));
+    content.icon.insert(content.icon.begin(), rendered(small));
   }
-  item_.setIcon(sizes);
-  item_.setLabel(slot.showsTextBeside ? forOthers(content_.title.plainText()) : "");
-  if (hoverViews_.empty()) return;
-  // The latest view covers the others.
-  const std::string text = forOthers(hoverViews_.back().text());
-  item_.setToolTip(surroundings_.profile.readsMarkupInToolTip ? withoutMarkup(text) : text);
+  if (slot.showsTextBeside) content.label = forOthers(content_.title.plainText());
+  if (!hoverViews_.empty()) {
+    // The latest view covers the others.
+    std::string text = forOthers(hoverViews_.back().text());
+    content.toolTip = surroundings_.profile.readsMarkupInToolTip ? withoutMarkup(text) : text;
+  }
+  item_.setContent(content);
 }
 
 Bitmap LinuxStatusItem::rendered(const Slot& slot) const {

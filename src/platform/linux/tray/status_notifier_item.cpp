@@ -55,20 +55,37 @@ constexpr const char* kActivatePart = R"xml(
   </method>
 )xml";
 
-GDBusInterfaceInfo* interfaceFor(bool hasLabel) {
+const BusInterface& interfaceFor(bool hasLabel) {
   const auto parse = [](const char* part) {
-    return parseInterface((std::string(R"(<node><interface name="org.kde.StatusNotifierItem">)") +
-                           kCommonPart + part + "</interface></node>")
-                              .c_str());
+    return parseInterface(std::string(R"(<node><interface name="org.kde.StatusNotifierItem">)") +
+                          kCommonPart + part + "</interface></node>");
   };
-  static GDBusNodeInfoPtr withLabel;
-  static GDBusNodeInfoPtr withActivate;
-  GDBusNodeInfoPtr& node = hasLabel ? withLabel : withActivate;
-  if (!node) node = parse(hasLabel ? kLabelPart : kActivatePart);
-  return node->interfaces[0];
+  static BusInterfacePtr withLabel;
+  static BusInterfacePtr withActivate;
+  BusInterfacePtr& interface = hasLabel ? withLabel : withActivate;
+  if (!interface) interface = parse(hasLabel ? kLabelPart : kActivatePart);
+  return *interface;
 }
 
 GVariant* noPixmaps() { return g_variant_new_array(G_VARIANT_TYPE("(iiay)"), nullptr, 0); }
+
+GVariant* pixmapsOf(const std::vector<Bitmap>& sizes) {
+  GVariantBuilder pixmaps;
+  g_variant_builder_init(&pixmaps, G_VARIANT_TYPE("a(iiay)"));
+  for (const Bitmap& bitmap : sizes) {
+    if (bitmap.pixels.empty()) continue;
+    const std::vector<std::uint8_t> argb = straightBigEndianArgb(bitmap);
+    g_variant_builder_add(
+        &pixmaps, "(ii@ay)", bitmap.width, bitmap.height,
+        g_variant_new_fixed_array(G_VARIANT_TYPE_BYTE, argb.data(), argb.size(), 1));
+  }
+  return g_variant_builder_end(&pixmaps);
+}
+
+// g_variant_equal would print both to compare them.
+std::span<const std::uint8_t> bytesOf(GVariant* value) {
+  return {static_cast<const std::uint8_t*>(g_variant_get_data(value)), g_variant_get_size(value)};
+}
 
 }  // namespace
 
@@ -83,37 +100,22 @@ StatusNotifierItem::StatusNotifierItem(RunLoopQueue& loop, std::string busAddres
 StatusNotifierItem::~StatusNotifierItem() { disconnect(); }
 
 void StatusNotifierItem::connect() {
-  if (connection_ || connecting_ || busAddress_.empty()) return;
+  if (connection_ || opening_ || busAddress_.empty()) return;
   retry_.reset();
-  connecting_.reset(g_cancellable_new());
-  g_dbus_connection_new_for_address(
-      busAddress_.c_str(),
-      static_cast<GDBusConnectionFlags>(G_DBUS_CONNECTION_FLAGS_AUTHENTICATION_CLIENT |
-                                        G_DBUS_CONNECTION_FLAGS_MESSAGE_BUS_CONNECTION),
-      nullptr, connecting_.get(),
-      [](GObject*, GAsyncResult* result, gpointer data) {
-        GError* rawError = nullptr;
-        GDBusConnection* connection = g_dbus_connection_new_for_address_finish(result, &rawError);
-        const GErrorPtr error(rawError);
-        // Whoever wanted it is gone.
-        if (error && g_error_matches(error.get(), G_IO_ERROR, G_IO_ERROR_CANCELLED)) return;
-        static_cast<StatusNotifierItem*>(data)->connected(connection);
-      },
-      this);
+  opening_ = BusConnection::open(busAddress_);
+  if (!opening_) return retryLater(kFirstRetry, &StatusNotifierItem::connect);
+  stateChanges_ = opening_->observe([this] { stateChanged(); });
 }
 
-void StatusNotifierItem::connected(GDBusConnection* connection) {
-  connecting_.reset();
-  if (!connection) {
-    retryLater(kFirstRetry, &StatusNotifierItem::connect);
+void StatusNotifierItem::stateChanged() {
+  if (!opening_) {
+    if (connection_->state() == BusConnection::State::closed) connectionLost();
     return;
   }
-  connection_.reset(connection);
-  closedHandler_ = g_signal_connect(
-      connection, "closed", G_CALLBACK(+[](GDBusConnection*, gboolean, GError*, gpointer data) {
-        static_cast<StatusNotifierItem*>(data)->connectionLost();
-      }),
-      this);
+  const BusPtr opened = std::move(opening_);
+  if (opened->state() != BusConnection::State::ready)
+    return retryLater(kFirstRetry, &StatusNotifierItem::connect);
+  connection_ = opened;
   events_.connectionChanged();
 }
 
@@ -125,15 +127,14 @@ void StatusNotifierItem::connectionLost() {
 
 void StatusNotifierItem::disconnect() {
   retry_.reset();
-  if (connecting_) g_cancellable_cancel(connecting_.get());
-  connecting_.reset();
+  stateChanges_.reset();
+  opening_.reset();
   calls_.reset();
   isRegistered_ = false;
   if (!connection_) return;
   menu_.withdraw();
   object_.reset();
-  g_signal_handler_disconnect(connection_.get(), closedHandler_);
-  g_dbus_connection_close(connection_.get(), nullptr, nullptr, nullptr);
+  connection_->close();
   connection_.reset();
 }
 
@@ -154,6 +155,7 @@ void StatusNotifierItem::registerFor(const HostProfile& profile,
   // Hosts read within milliseconds, so the objects are there before they hear of them.
   object_.reset();
   hasLabel_ = profile.slot.showsTextBeside;
+  isReadAtOnce_ = profile.readsAllAtOnce;
   menu_.exportOn(connection_.get(), profile.usesQtKeyNames ? KeyNames::qt : KeyNames::gtk);
   object_ = std::make_unique<ExportedObject>(
       connection_.get(), kPath, interfaceFor(hasLabel_),
@@ -171,51 +173,29 @@ void StatusNotifierItem::callWatcher() {
   calls_ = std::make_unique<BusCalls>();
   calls_->call(connection_.get(), {Watcher::kName, "/StatusNotifierWatcher", Watcher::kName},
                "RegisterStatusNotifierItem",
-               g_variant_new("(s)", g_dbus_connection_get_unique_name(connection_.get())), "()",
+               g_variant_new("(s)", connection_->uniqueName().c_str()), "()",
                [this](const BusReply& reply) {
                  isRegistered_ = static_cast<bool>(reply);
                  if (!reply) retryLater(kFirstRetry, &StatusNotifierItem::callWatcher);
                });
 }
 
-void StatusNotifierItem::setIcon(const std::vector<Bitmap>& sizes) {
-  GVariantBuilder pixmaps;
-  g_variant_builder_init(&pixmaps, G_VARIANT_TYPE("a(iiay)"));
-  for (const Bitmap& bitmap : sizes) {
-    if (bitmap.pixels.empty()) continue;
-    const std::vector<std::uint8_t> argb = straightBigEndianArgb(bitmap);
-    g_variant_builder_add(
-        &pixmaps, "(ii@ay)", bitmap.width, bitmap.height,
-        g_variant_new_fixed_array(G_VARIANT_TYPE_BYTE, argb.data(), argb.size(), 1));
-  }
-  GVariantPtr icon = sinkVariant(g_variant_builder_end(&pixmaps));
-  // g_variant_equal would print both to compare them.
-  const auto bytesOf = [](GVariant* value) {
-    return std::span(static_cast<const std::uint8_t*>(g_variant_get_data(value)),
-                     g_variant_get_size(value));
-  };
-  if (std::ranges::equal(bytesOf(icon.get()), bytesOf(icon_.get()))) return;
-  icon_ = std::move(icon);
-  emit("NewIcon");
-}
-
-void StatusNotifierItem::setLabel(const std::string& label) {
-  if (label == label_) return;
-  label_ = label;
-  if (hasLabel_) emit("XAyatanaNewLabel", g_variant_new("(ss)", label_.c_str(), ""));
-}
-
-void StatusNotifierItem::setToolTip(const std::optional<std::string>& text) {
-  if (text == toolTip_) return;
-  toolTip_ = text;
-  emit("NewToolTip");
+void StatusNotifierItem::setContent(const Content& content) {
+  GVariantPtr icon = sinkVariant(pixmapsOf(content.icon));
+  const bool isIconNew = !std::ranges::equal(bytesOf(icon.get()), bytesOf(icon_.get()));
+  if (isIconNew) icon_ = std::move(icon);
+  const bool isLabelNew = std::exchange(label_, content.label) != content.label;
+  const bool isToolTipNew = std::exchange(toolTip_, content.toolTip) != content.toolTip;
+  if (isIconNew) emit("NewIcon");
+  if (isLabelNew && hasLabel_) emit("XAyatanaNewLabel", g_variant_new("(ss)", label_.c_str(), ""));
+  if (isToolTipNew && !(isIconNew && isReadAtOnce_)) emit("NewToolTip");
 }
 
 void StatusNotifierItem::handle(const ExportedObject::Call& call) {
   // What is done about it may hide the item, so the host gets its answer first.
   const GVariantPtr arguments = shareVariant(call.arguments);
   const std::string method(call.method);
-  g_dbus_method_invocation_return_value(call.invocation, nullptr);
+  call.invocation.answer();
   if (method == "ProvideXdgActivationToken") {
     const char* token = nullptr;
     g_variant_get(arguments.get(), "(&s)", &token);

@@ -11,7 +11,7 @@
 #include <string>
 #include <vector>
 
-#include <gio/gio.h>
+#include <glib.h>
 
 #include "platform/geometry.h"
 #include "platform/linux/drawing/bitmap.h"
@@ -51,15 +51,17 @@ class StatusNotifierItem {
   void registerFor(const HostProfile& profile, const std::function<void()>& fillIn);
   bool isRegistered() const { return isRegistered_; }
 
-  // The content. Hosts are told of what really differs from before.
-  // The same picture in one or more sizes; an empty one is none.
-  void setIcon(const std::vector<Bitmap>& sizes);
-  void setLabel(const std::string& label);
-  // Absent: the item has no tool tip at all. Markup is the caller's matter.
-  void setToolTip(const std::optional<std::string>& text);
+  struct Content {
+    std::vector<Bitmap> icon;  // the same picture in one or more sizes; an empty one is none
+    std::string label;
+    // Absent: the item has no tool tip at all. Markup is the caller's matter.
+    std::optional<std::string> toolTip;
+  };
+  // Hosts are told of what really differs from before.
+  void setContent(const Content& content);
 
  private:
-  void connected(GDBusConnection* connection);
+  void stateChanged();
   void connectionLost();
   void retryLater(double seconds, void (StatusNotifierItem::*what)());
   void callWatcher();
@@ -72,16 +74,17 @@ class StatusNotifierItem {
   DbusMenu& menu_;
   Events events_;
 
-  GObjectPtr<GDBusConnection> connection_;
-  GObjectPtr<GCancellable> connecting_;
-  gulong closedHandler_ = 0;
+  BusPtr opening_;
+  BusPtr connection_;  // once it is ready
+  BusObservation stateChanges_;
   std::unique_ptr<ExportedObject> object_;
   std::unique_ptr<BusCalls> calls_;
   std::unique_ptr<Timer> retry_;
   int failures_ = 0;
   bool isRegistered_ = false;
   bool hasLabel_ = false;
-  bool isQuiet_ = false;  // nobody has read what changes
+  bool isReadAtOnce_ = false;  // all of it, for each signal
+  bool isQuiet_ = false;       // nobody has read what changes
 
   GVariantPtr icon_;  // a(iiay), kept until the picture changes
   std::string label_;

@@ -9,7 +9,6 @@
 #include <utility>
 #include <vector>
 
-#include <gio/gio.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <sys/prctl.h>
@@ -25,21 +24,10 @@ class PrivateBusTest : public testing::Test {
  protected:
   ~PrivateBusTest() override { runUntilIdle(); }
 
-  GObjectPtr<GDBusConnection> connect() const { return bus_.connect(); }
-
-  // What the bus itself is asked, answered at once.
-  static GVariantPtr askBus(GDBusConnection* connection, const char* method, GVariant* arguments) {
-    GError* rawError = nullptr;
-    GVariantPtr reply(g_dbus_connection_call_sync(
-        connection, "org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus", method,
-        arguments, nullptr, G_DBUS_CALL_FLAGS_NONE, 5000, nullptr, &rawError));
-    const GErrorPtr error(rawError);
-    EXPECT_NE(reply, nullptr) << method << ": " << error->message;
-    return reply;
-  }
+  BusPtr connect() const { return bus_.connect(); }
 
   // Another program: calls, and waits for the answer with the loop running.
-  static BusReply call(GDBusConnection* connection, const BusCalls::Target& target,
+  static BusReply call(BusConnection* connection, const BusCalls::Target& target,
                        const char* method, GVariant* arguments, const char* type = "r") {
     BusCalls calls;
     BusReply answer;
@@ -54,7 +42,7 @@ class PrivateBusTest : public testing::Test {
 
   // A service with canned answers, by method; a null answer is an error.
   struct Service {
-    GObjectPtr<GDBusConnection> connection;
+    BusPtr connection;
     std::unique_ptr<ExportedObject> object;
     std::vector<std::string> calls;
   };
@@ -63,26 +51,23 @@ class PrivateBusTest : public testing::Test {
                                  std::function<GVariant*(const ExportedObject::Call&)> answer) {
     auto service = std::make_unique<Service>();
     service->connection = connect();
-    nodes_.push_back(parseInterface(("<node>" + interfaceXml + "</node>").c_str()));
+    interfaces_.push_back(parseInterface("<node>" + interfaceXml + "</node>"));
     service->object = std::make_unique<ExportedObject>(
-        service->connection.get(), path, nodes_.back()->interfaces[0],
+        service->connection.get(), path, *interfaces_.back(),
         ExportedObject::Handlers{[answer = std::move(answer),
                                   calls = &service->calls](const ExportedObject::Call& call) {
                                    calls->emplace_back(call.method);
                                    GVariant* value = answer(call);
-                                   if (value)
-                                     return g_dbus_method_invocation_return_value(call.invocation,
-                                                                                  value);
-                                   g_dbus_method_invocation_return_error_literal(
-                                       call.invocation, G_DBUS_ERROR, G_DBUS_ERROR_FAILED, "No");
+                                   if (value) return call.invocation.answer(value);
+                                   call.invocation.refuse(kFailed, "No");
                                  },
                                  [](std::string_view) -> GVariant* { return nullptr; }});
     own(service->connection.get(), name);
     return service;
   }
   // 3: allow replacement, replace.
-  static void own(GDBusConnection* connection, const std::string& name) {
-    askBus(connection, "RequestName", g_variant_new("(su)", name.c_str(), 3));
+  static void own(BusConnection* connection, const std::string& name) {
+    EXPECT_TRUE(askBus(connection, "RequestName", g_variant_new("(su)", name.c_str(), 3)));
   }
 
  private:
@@ -92,7 +77,7 @@ class PrivateBusTest : public testing::Test {
   const std::string address = bus_.address();
 
  private:
-  std::vector<GDBusNodeInfoPtr> nodes_;
+  std::vector<BusInterfacePtr> interfaces_;
 };
 
 // The test's process is called something else while this lives.

@@ -24,8 +24,8 @@ bool isTray(GVariant* properties) {
 
 }  // namespace
 
-TrayWatch::TrayWatch(GDBusConnection* bus, Handler handler)
-    : bus_(shareObject(bus)),
+TrayWatch::TrayWatch(BusConnection* bus, Handler handler)
+    : bus_(shareBus(bus)),
       handler_(std::move(handler)),
       name_(bus, Watcher::kName, [this](const std::string& owner) { ownerChanged(owner); }) {}
 
@@ -45,7 +45,7 @@ void TrayWatch::ownerChanged(const std::string& owner) {
 void TrayWatch::ask() {
   question_ = std::make_unique<BusCalls>();
   question_->getAllProperties(bus_.get(), {owner_, kPath, Watcher::kName}, [this](BusReply reply) {
-    if (!reply && !reply.isRefused) return;
+    if (!reply && !reply.isRefused()) return;
     const Handler tell = handler_;
     tell(reply && isTray(reply.value.get()) && hasHost(reply.value.get()));
   });

@@ -7,8 +7,6 @@
 #include <memory>
 #include <string>
 
-#include <gio/gio.h>
-
 #include "platform/linux/glib/bus.h"
 
 namespace kelvane {
@@ -19,13 +17,13 @@ class TrayWatch {
   // there that has not answered yet. The handler may destroy the watch.
   using Handler = std::function<void(bool isShown)>;
 
-  TrayWatch(GDBusConnection* bus, Handler handler);
+  TrayWatch(BusConnection* bus, Handler handler);
 
  private:
   void ownerChanged(const std::string& owner);
   void ask();
 
-  GObjectPtr<GDBusConnection> bus_;
+  BusPtr bus_;
   Handler handler_;
   std::string owner_;
   std::unique_ptr<BusCalls> question_;

@@ -12,8 +12,8 @@ std::string nameOfProcess(std::uint32_t id) {
   return g_strchomp(contents);
 }
 
-Watcher::Watcher(GDBusConnection* bus, Handler handler)
-    : bus_(shareObject(bus)),
+Watcher::Watcher(BusConnection* bus, Handler handler)
+    : bus_(shareBus(bus)),
       handler_(std::move(handler)),
       watch_(bus, kName, [this](const std::string& owner) { ownerChanged(owner); }) {}
 

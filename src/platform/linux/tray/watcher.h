@@ -7,7 +7,7 @@
 #include <memory>
 #include <string>
 
-#include <gio/gio.h>
+#include <glib.h>
 
 #include "platform/linux/glib/bus.h"
 #include "platform/linux/tray/host_profile.h"
@@ -31,7 +31,7 @@ class Watcher {
   // Called for every new owner once its host is known, and when there is none any more.
   using Handler = std::function<void(const State&)>;
 
-  Watcher(GDBusConnection* bus, Handler handler);
+  Watcher(BusConnection* bus, Handler handler);
 
   const State& state() const { return state_; }
 
@@ -39,7 +39,7 @@ class Watcher {
   void ownerChanged(const std::string& owner);
   void tell(State state);
 
-  GObjectPtr<GDBusConnection> bus_;
+  BusPtr bus_;
   Handler handler_;
   State state_;
   std::unique_ptr<BusCalls> question_;

@@ -10,30 +10,6 @@ namespace {
 
 constexpr int kPatience = 1000;  // milliseconds
 
-// Without an address the library would start a bus, or ask the display for one.
-bool isSessionBusNamed() {
-  const char* address = g_getenv("DBUS_SESSION_BUS_ADDRESS");
-  if (address && *address) return !std::string_view(address).starts_with("autolaunch:");
-  const GCharPtr socket(g_build_filename(g_get_user_runtime_dir(), "bus", nullptr));
-  return g_file_test(socket.get(), G_FILE_TEST_EXISTS);
-}
-
-struct Joining {
-  GObjectPtr<GDBusConnection> connection;
-  GErrorPtr error;
-  bool isDone = false;
-};
-
-void joined(GObject*, GAsyncResult* result, gpointer data) {
-  // The one who waits may have given up.
-  const std::unique_ptr<std::weak_ptr<Joining>> waiting(static_cast<std::weak_ptr<Joining>*>(data));
-  GError* error = nullptr;
-  GObjectPtr<GDBusConnection> connection(g_bus_get_finish(result, &error));
-  GErrorPtr owned(error);
-  if (const auto joining = waiting->lock())
-    *joining = {std::move(connection), std::move(owned), true};
-}
-
 }  // namespace
 
 bool waitASecond(const std::function<bool()>& condition) {
@@ -50,22 +26,19 @@ bool waitASecond(const std::function<bool()>& condition) {
   return condition();
 }
 
-BusProbe::BusProbe(GBusType type) {
-  if (type == G_BUS_TYPE_SESSION && !isSessionBusNamed()) {
+BusProbe::BusProbe(BusKind kind) {
+  if (busAddress(kind).empty()) {
     problem_ = "nothing names its address";
     return;
   }
-  const auto joining = std::make_shared<Joining>();
-  g_bus_get(type, nullptr, joined, new std::weak_ptr<Joining>(joining));
-  if (!waitASecond([&] { return joining->isDone; })) {
+  connection_ = BusConnection::share(kind, &problem_);
+  if (!connection_) return;
+  using State = BusConnection::State;
+  if (!waitASecond([&] { return connection_->state() != State::opening; }))
     problem_ = "it does not answer";
-    return;
-  }
-  connection_ = std::move(joining->connection);
-  if (connection_)
-    g_dbus_connection_set_exit_on_close(connection_.get(), FALSE);
-  else
-    problem_ = joining->error->message;
+  else if (connection_->state() == State::closed)
+    problem_ = "it refuses us";
+  if (!problem_.empty()) connection_.reset();
 }
 
 Presence BusProbe::presence(const std::string& name) {
@@ -102,10 +75,10 @@ GVariantPtr BusProbe::call(const char* method, GVariant* arguments, const char* 
 GVariantPtr BusProbe::callAt(const std::string& path, const char* interface, const char* method,
                              GVariant* arguments, const char* replyType) {
   const auto left = (deadline_ - g_get_monotonic_time()) / 1000;
-  return GVariantPtr(g_dbus_connection_call_sync(
-      connection(), service_.destination.c_str(), path.c_str(), interface, method, arguments,
-      G_VARIANT_TYPE(replyType), G_DBUS_CALL_FLAGS_NO_AUTO_START,
-      static_cast<int>(std::max<std::int64_t>(left, 1)), nullptr, nullptr));
+  return connection_
+      ->callAndWait({service_.destination, path, interface}, method, arguments, replyType,
+                    static_cast<int>(std::max<std::int64_t>(left, 1)))
+      .value;
 }
 
 GVariantPtr BusProbe::property(const char* name) {
@@ -117,9 +90,10 @@ GVariantPtr BusProbe::property(const char* name) {
 }
 
 GVariantPtr BusProbe::callBus(const char* method, GVariant* arguments, const char* replyType) {
-  return GVariantPtr(g_dbus_connection_call_sync(
-      connection(), "org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus", method,
-      arguments, G_VARIANT_TYPE(replyType), G_DBUS_CALL_FLAGS_NONE, kPatience, nullptr, nullptr));
+  return connection_
+      ->callAndWait({"org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus"},
+                    method, arguments, replyType, kPatience)
+      .value;
 }
 
 std::vector<std::string> textsOf(GVariant* array) {

@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-#include <gio/gio.h>
+#include <glib.h>
 
 #include "platform/linux/glib/bus.h"
 #include "platform/linux/glib/glib_ptr.h"
@@ -23,11 +23,11 @@ bool waitASecond(const std::function<bool()>& condition);
 class BusProbe {
  public:
   // Joins the bus, and starts none. What goes wrong is in `problem`.
-  explicit BusProbe(GBusType type);
+  explicit BusProbe(BusKind kind);
 
   // Why the bus can't be asked; empty when it can.
   const std::string& problem() const { return problem_; }
-  GDBusConnection* connection() const { return connection_.get(); }
+  BusConnection* connection() const { return connection_.get(); }
 
   Presence presence(const std::string& name);
   // Absent for what is not on this computer, or has gone.
@@ -45,7 +45,7 @@ class BusProbe {
  private:
   GVariantPtr callBus(const char* method, GVariant* arguments, const char* replyType);
 
-  GObjectPtr<GDBusConnection> connection_;
+  BusPtr connection_;
   std::string problem_;
   BusCalls::Target service_;
   std::int64_t deadline_ = 0;  // of the monotonic clock, in microseconds

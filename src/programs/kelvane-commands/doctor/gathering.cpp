@@ -17,8 +17,7 @@ namespace {
 constexpr std::size_t kMostEntryBytes = 64 * 1024;
 
 std::string sessionBusAddress() {
-  const GCharPtr address(g_dbus_address_get_for_bus_sync(G_BUS_TYPE_SESSION, nullptr, nullptr));
-  const std::string whole = address ? address.get() : "";
+  const std::string whole = busAddress(BusKind::session);
   return whole.substr(0, whole.find(",guid="));
 }
 
@@ -57,7 +56,7 @@ DoctorFacts gatherFacts(const PowerOptions& power) {
   DoctorFacts facts;
   facts.desktops = currentDesktopSession().desktops;
   facts.distributions = currentDistributionNames();
-  BusProbe sessionBus(G_BUS_TYPE_SESSION);
+  BusProbe sessionBus(BusKind::session);
   facts.sessionBusProblem = sessionBus.problem();
   if (facts.sessionBusProblem.empty()) {
     facts.sessionBus = sessionBusAddress();

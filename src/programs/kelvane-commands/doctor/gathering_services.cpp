@@ -5,6 +5,7 @@
 #include <string>
 
 #include "platform/linux/application/application_service.h"
+#include "platform/linux/glib/bus_connection.h"
 #include "platform/linux/power/upower_properties.h"
 #include "platform/linux/tray/desktop_settings.h"
 #include "platform/linux/tray/watcher.h"
@@ -46,7 +47,7 @@ std::string scaleSourceOf(TrayHost host) {
   }
 }
 
-void addSettings(GDBusConnection* bus, TrayFacts& tray) {
+void addSettings(BusConnection* bus, TrayFacts& tray) {
   tray.slot = profileOf(tray.host).slot;
   DesktopSettings settings(bus, [] {});
   settings.follow(tray.host);
@@ -163,7 +164,7 @@ PowerFacts gatherPower(const PowerOptions& power) {
   UPowerFacts& upower = facts.upower;
   upower.isWanted = power.useUPower;
   if (!upower.isWanted) return facts;
-  BusProbe bus(G_BUS_TYPE_SYSTEM);
+  BusProbe bus(BusKind::system);
   upower.busProblem = bus.problem();
   if (!upower.busProblem.empty()) return facts;
   upower.presence = bus.presence(kUPower);
