@@ -34,37 +34,18 @@ void PreferencesTable::registerDefaults(const PropertyDictionary& defaults) {
 PreferenceObserverId PreferencesTable::addObserver(const std::string& key,
                                                    PreferenceObserverOptions options,
                                                    Observer observer) {
-  auto entry = std::make_shared<Entry>();
-  entry->wantsPrior = options.prior;
-  entry->observer = std::move(observer);
+  const PreferenceObserverId id = observers_.add(key, options.prior, observer);
+  if (!options.initial) return id;
   PreferenceChange initial;
   {
     const std::lock_guard lock(mutex_);
-    entry->id = ++lastId_;
-    observers_[key].push_back(entry);
-    if (options.initial) initial.newValue = storedValue(key);
+    initial.newValue = find(stored_, key);
   }
-  const PreferenceObserverId id = entry->id;
-  if (options.initial) entry->observer(initial);
+  observer(initial);
   return id;
 }
 
-void PreferencesTable::removeObserver(PreferenceObserverId id) {
-  // Destroyed after the lock is released: an observer may own things that call back.
-  std::shared_ptr<Entry> removed;
-  const std::lock_guard lock(mutex_);
-  for (auto of = observers_.begin(); of != observers_.end(); ++of) {
-    auto& entries = of->second;
-    for (auto entry = entries.begin(); entry != entries.end(); ++entry) {
-      if ((*entry)->id != id) continue;
-      removed = std::move(*entry);
-      removed->isActive = false;
-      entries.erase(entry);
-      if (entries.empty()) observers_.erase(of);
-      return;
-    }
-  }
-}
+void PreferencesTable::removeObserver(PreferenceObserverId id) { observers_.remove(id); }
 
 PropertyDictionary PreferencesTable::stored() const {
   const std::lock_guard lock(mutex_);
@@ -84,24 +65,20 @@ void PreferencesTable::changedElsewhere(const std::string& key,
 void PreferencesTable::change(const std::string& key, std::optional<PropertyValue> value,
                               Origin origin) {
   PreferenceChange notice;
-  Entries entries;
   {
     const std::lock_guard lock(mutex_);
-    notice.oldValue = storedValue(key);
-    if (notice.oldValue == value) return;
-    entries = entriesOf(key);
+    notice.oldValue = find(stored_, key);
   }
+  if (notice.oldValue == value) return;
   notice.isPrior = true;
-  for (const auto& entry : entries)
-    if (entry->wantsPrior && entry->isActive) entry->observer(notice);
+  observers_.notify(key, notice);
 
   notice.isPrior = false;
   notice.newValue = value;
   {
     const std::lock_guard lock(mutex_);
-    // Asked again: the prior notices may have changed the value and the observers.
-    notice.oldValue = storedValue(key);
-    entries = entriesOf(key);
+    // Asked again: those who were told before may have changed it.
+    notice.oldValue = find(stored_, key);
     if (value) {
       stored_.insert_or_assign(key, *std::move(value));
     } else {
@@ -109,17 +86,7 @@ void PreferencesTable::change(const std::string& key, std::optional<PropertyValu
     }
     if (origin == Origin::here) storedValueChanged(key);
   }
-  for (const auto& entry : entries)
-    if (entry->isActive) entry->observer(notice);
-}
-
-std::optional<PropertyValue> PreferencesTable::storedValue(const std::string& key) const {
-  return find(stored_, key);
-}
-
-PreferencesTable::Entries PreferencesTable::entriesOf(const std::string& key) const {
-  const auto found = observers_.find(key);
-  return found == observers_.end() ? Entries() : found->second;
+  observers_.notify(key, notice);
 }
 
 }  // namespace kelvane

@@ -2,19 +2,16 @@
 // without a preferences service of its own needs them. A platform derives from it and keeps the
 // values.
 //
-// Any thread. No lock is held while an observer or `storedValueChanged` runs, so both may call
-// back. An observer removed on another thread than the one it is running on may finish its call
-// after that.
+// Any thread. No lock is held while an observer runs, so it may call back; PreferenceObservers says
+// the rest.
 #pragma once
 
-#include <atomic>
-#include <map>
-#include <memory>
 #include <mutex>
 #include <optional>
 #include <string>
-#include <vector>
+#include <utility>
 
+#include "platform/portable/preference_observers.h"
 #include "platform/preferences.h"
 
 namespace kelvane {
@@ -46,30 +43,20 @@ class PreferencesTable : public Preferences {
   // of a change made here; `storedValueChanged` is not called.
   void changedElsewhere(const std::string& key, std::optional<PropertyValue> value);
 
-  // A value was stored or removed here. Called on the changing thread, when `object` answers the
-  // new value already and observers have not heard of it yet.
+  // A value was stored or removed here, and observers have not heard of it yet. Called on the
+  // changing thread with the table locked, so that whoever reads the table then has heard of what
+  // is new in it; must not call back.
   virtual void storedValueChanged(const std::string& key) = 0;
 
  private:
-  struct Entry {
-    PreferenceObserverId id;
-    bool wantsPrior;
-    Observer observer;
-    std::atomic<bool> isActive{true};
-  };
-  using Entries = std::vector<std::shared_ptr<Entry>>;
   enum class Origin { here, elsewhere };
 
   void change(const std::string& key, std::optional<PropertyValue> value, Origin origin);
-  // The following need the lock.
-  std::optional<PropertyValue> storedValue(const std::string& key) const;
-  Entries entriesOf(const std::string& key) const;
 
   mutable std::mutex mutex_;
   PropertyDictionary stored_;
   PropertyDictionary defaults_;
-  std::map<std::string, Entries> observers_;
-  PreferenceObserverId lastId_ = 0;
+  PreferenceObservers observers_;
 };
 
 }  // namespace kelvane
