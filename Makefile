@@ -12,7 +12,7 @@ help:
 	@echo "make bench          build and measure, also against other programs"
 	@echo "make package        build the Debian package and try it"
 	@echo "make lint           floors, format, unlisted tests, wording, installed files, package, clang-tidy"
-	@echo "make mac            cross-build Kelvane.app for both processors, and check what can be checked here"
+	@echo "make mac            cross-build Kelvane.app for both processors, check and test what can be here"
 	@echo "make mac-check      only check what make mac built"
 	@echo "make mac-test       run the portable folders' unit tests with the C++ library of the Mac's build, and the Mac adaptors' own"
 	@echo "make format         rewrite the sources in the house format"
@@ -67,6 +67,7 @@ golden:
 mac:
 	scripts/install-dependencies mac
 	scripts/mac/build
+	scripts/mac/test-adaptors
 	scripts/mac/check
 
 mac-check:

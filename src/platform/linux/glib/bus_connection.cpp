@@ -52,9 +52,12 @@ struct BusConnection::Source {
 gboolean BusConnection::prepare(GSource* source, gint* milliseconds) {
   auto& self = *reinterpret_cast<Source*>(source);
   sd_bus* bus = self.connection->bus_;
+  *milliseconds = -1;
+  // A loop inside what a message has called; sd-bus takes no other message then.
+  self.poll.events = 0;
+  if (self.connection->isProcessing_) return FALSE;
   const int descriptor = sd_bus_get_fd(bus);
   const int events = sd_bus_get_events(bus);
-  *milliseconds = -1;
   if (descriptor < 0 || events < 0) return TRUE;  // it has closed, which is still to be told
   self.poll.events = static_cast<gushort>(events);
   std::uint64_t deadline = 0;
@@ -67,6 +70,7 @@ gboolean BusConnection::prepare(GSource* source, gint* milliseconds) {
 
 gboolean BusConnection::check(GSource* source) {
   const auto& self = *reinterpret_cast<Source*>(source);
+  if (self.connection->isProcessing_) return FALSE;
   if (self.poll.revents != 0) return TRUE;
   std::uint64_t deadline = 0;
   return sd_bus_get_timeout(self.connection->bus_, &deadline) >= 0 &&
@@ -110,6 +114,8 @@ BusConnection::BusConnection(sd_bus* bus) : bus_(bus) {
   source_->poll = {sd_bus_get_fd(bus), G_IO_IN, 0};
   g_source_set_static_name(&source_->source, "kelvane bus");
   g_source_add_poll(&source_->source, &source_->poll);
+  // Else GLib takes the descriptor out while it dispatches, and wakes itself up for that, twice.
+  g_source_set_can_recurse(&source_->source, TRUE);
   g_source_attach(&source_->source, nullptr);
   sd_bus_slot* slot = nullptr;
   sd_bus_add_filter(
@@ -151,7 +157,9 @@ BusObservation BusConnection::observe(std::function<void()> changed) {
 
 void BusConnection::process() {
   int result = 1;
+  isProcessing_ = true;
   for (int i = 0; i < kMostInATurn && result > 0; ++i) result = sd_bus_process(bus_, nullptr);
+  isProcessing_ = false;
   if (state_ == State::opening && sd_bus_is_ready(bus_) > 0) waitUntilReady();
   if (result < 0 || (result == 0 && sd_bus_is_open(bus_) <= 0)) setState(State::closed);
 }

@@ -106,6 +106,7 @@ class BusConnection : public std::enable_shared_from_this<BusConnection> {
   sd_bus* bus_;
   Source* source_ = nullptr;
   State state_ = State::opening;
+  bool isProcessing_ = false;
   std::string uniqueName_;
   std::vector<std::weak_ptr<const std::function<void()>>> observers_;
   BusSlotPtr calls_;

@@ -108,6 +108,21 @@ TEST_F(BusTest, ANamedSenderIsItsOwnerAndNobodyElse) {
   EXPECT_THAT(heard, ElementsAre("Owner"));
 }
 
+TEST_F(BusTest, ALoopInsideAHandlerTakesNoOtherMessage) {
+  std::string order;
+  const SignalSubscription subscription(ours.get(), {.interface = kInterface},
+                                        [&](const char*, const char*, GVariant*) {
+                                          order += "(";
+                                          runUntilIdle();
+                                          order += ")";
+                                        });
+  askBus(ours.get(), "GetId");
+  for (int i = 0; i < 2; ++i) others->emit(kPath, kInterface, "Twice");
+  askBus(others.get(), "GetId");
+  EXPECT_TRUE(runUntil([&] { return order == "()()"; })) << order;
+  EXPECT_EQ(ours->state(), State::ready);
+}
+
 TEST_F(BusTest, CallsEndWithOneAnswerOrNone) {
   EXPECT_TRUE(call(daemon, "GetId", nullptr, "(s)"));
   EXPECT_THAT(call(daemon, "GetId", nullptr, "(u)").error, HasSubstr("(s), not (u)"));
