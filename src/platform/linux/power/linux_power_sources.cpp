@@ -30,6 +30,7 @@ void LinuxPowerSources::connected(BusConnection* bus) {
 
 void LinuxPowerSources::mirrorChanged() {
   supplies_->forget();
+  isMirrorRead_ = false;
   const bool serves = upower() != nullptr;
   const bool served = std::exchange(servedByUPower_, serves);
   // What was read of UPower is not kept, so there is nothing to compare with.
@@ -57,14 +58,16 @@ void LinuxPowerSources::updateWatch() {
 }
 
 std::vector<PropertyDictionary> LinuxPowerSources::descriptions() {
-  return readings().descriptions;
+  return readings(SupplyFields::all).descriptions;
 }
 
 double LinuxPowerSources::timeRemainingEstimate() {
-  return powerReadings(supplies_->read(SupplyFields::state), upower()).timeRemainingEstimate;
+  return readings(SupplyFields::state).timeRemainingEstimate;
 }
 
-BatteryWarningLevel LinuxPowerSources::warningLevel() { return readings().warningLevel; }
+BatteryWarningLevel LinuxPowerSources::warningLevel() {
+  return readings(SupplyFields::all).warningLevel;
+}
 
 std::shared_ptr<RunLoopSource> LinuxPowerSources::makeNotificationSource(
     std::function<void()> callback) {
@@ -91,10 +94,15 @@ bool LinuxPowerSources::hasListeners() {
   return !listeners_.empty();
 }
 
-PowerReadings LinuxPowerSources::readings() {
-  // While UPower serves, only the estimate needs the kernel's word, on the adapter.
-  if (const UPowerSnapshot* mirrored = upower()) return powerReadings({}, mirrored);
-  return powerReadings(supplies_->read(SupplyFields::all), nullptr);
+const PowerReadings& LinuxPowerSources::readings(SupplyFields fields) {
+  const UPowerSnapshot* mirrored = upower();
+  const auto& supplies = supplies_->read(mirrored ? SupplyFields::state : fields);
+  if (!mirrored) return readings_ = powerReadings(supplies, nullptr);
+  // One change is asked for many figures, and all the kernel has to say is about the adapter.
+  const auto isConnected = externalConnected(supplies);
+  if (std::exchange(isMirrorRead_, true) && isConnected == isConnectedRead_) return readings_;
+  isConnectedRead_ = isConnected;
+  return readings_ = powerReadings(supplies, mirrored);
 }
 
 LinuxPowerSources::Reading LinuxPowerSources::read() {

@@ -66,8 +66,9 @@ class LinuxPowerSources : public PowerSources {
   // Watches the kernel while that is what serves and somebody listens.
   void updateWatch();
   bool hasListeners();
-  // All but the estimate.
-  PowerReadings readings();
+  // Valid until the next call. Without UPower, whose word is whole, the estimate needs no more than
+  // the supplies' state.
+  const PowerReadings& readings(SupplyFields fields);
   // Afresh: what told of a change may have come in this very turn.
   Reading read();
   void signalIfChanged();
@@ -82,6 +83,9 @@ class LinuxPowerSources : public PowerSources {
   std::unique_ptr<SupplyWatch> watch_;
   std::vector<std::weak_ptr<QueueSource>> listeners_;
   std::vector<std::function<void()>> waiting_;
+  PowerReadings readings_;
+  bool isMirrorRead_ = false;  // `readings_` are of what is mirrored now and of this adapter
+  std::optional<bool> isConnectedRead_;
   std::optional<Reading> lastRead_;  // while the kernel's files serve
   bool servedByUPower_ = false;
   bool isSettled_ = false;

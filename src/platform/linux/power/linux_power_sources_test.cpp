@@ -70,6 +70,18 @@ TEST_F(LinuxPowerSourcesTest, TheKernelServesUntilUPowerHasAnswered) {
   EXPECT_EQ(sources_->timeRemainingEstimate(), 7200);
 }
 
+// The adapter is the kernel's word, for which UPower need not have said anything.
+TEST_F(LinuxPowerSourcesTest, TheEstimateFollowsTheAdapterWhileUPowerServes) {
+  startUPower();
+  start(true);
+  ASSERT_TRUE(settles());
+  for (const bool isConnected : {true, false, true}) {
+    tree_.set("AC", {{"online", isConnected ? "1" : "0"}});
+    EXPECT_EQ(sources_->timeRemainingEstimate(), isConnected ? kTimeRemainingUnlimited : 7200);
+    EXPECT_EQ(level(), 57);
+  }
+}
+
 TEST_F(LinuxPowerSourcesTest, OneTurnIsOneNotification) {
   startUPower();
   start(true);

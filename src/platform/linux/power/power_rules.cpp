@@ -94,8 +94,11 @@ PowerReadings readingsOfKernel(const std::vector<Supply>& supplies) {
   }
   if (hasPresentBattery) {
     PropertyDictionary battery = description("InternalBattery", combinedLevel(cells), cells);
-    const PropertyDictionary registry = registryProperties(supplies);
-    addHealth(battery, numberIn(registry, "MaxCapacity"), numberIn(registry, "DesignCapacity"));
+    const auto capacity = [&](const char* name) {
+      const auto value = registryProperty(supplies, name);
+      return value ? value->number() : std::nullopt;
+    };
+    addHealth(battery, capacity("MaxCapacity"), capacity("DesignCapacity"));
     readings.descriptions.push_back(std::move(battery));
   }
   for (const Supply& supply : supplies) {

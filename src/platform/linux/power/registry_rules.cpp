@@ -8,6 +8,12 @@
 namespace kelvane {
 namespace {
 
+constexpr const char* kExternalConnected = "ExternalConnected";
+constexpr const char* kIsCharging = "IsCharging";
+constexpr const char* kTimeRemaining = "TimeRemaining";
+constexpr const char* kMaxCapacity = "MaxCapacity";
+constexpr const char* kDesignCapacity = "DesignCapacity";
+
 // What the registry says while the time until full is not known.
 constexpr std::int64_t kMinutesUnknown = 65535;
 
@@ -17,12 +23,9 @@ std::vector<Supply> presentBatteries(const std::vector<Supply>& supplies) {
   return batteries;
 }
 
-// The voltage at which a battery's energy and charge are converted into each other.
 std::optional<double> nominalVolts(const Supply& battery) {
-  for (const auto& microvolts :
-       {battery.voltageMinDesign, battery.voltageMaxDesign, battery.voltageNow})
-    if (microvolts) return static_cast<double>(*microvolts) / 1e6;
-  return std::nullopt;
+  const auto microvolts = battery.nominalMicrovolts();
+  return microvolts ? std::optional(static_cast<double>(*microvolts) / 1e6) : std::nullopt;
 }
 
 std::optional<double> milliampereHours(const Supply& battery, std::optional<std::int64_t> charge,
@@ -135,24 +138,43 @@ std::optional<double> energyWhenFull(const Supply& battery) {
   return static_cast<double>(*battery.chargeFull) * *volts;
 }
 
-PropertyDictionary registryProperties(const std::vector<Supply>& supplies) {
-  PropertyDictionary properties;
-  if (!hasBattery(supplies)) return properties;
-  if (const auto connected = externalConnected(supplies))
-    properties.insert_or_assign("ExternalConnected", *connected);
+SupplyFields fieldsNeededFor(std::string_view property, const std::vector<Supply>& state) {
+  if (property == kMaxCapacity || property == kDesignCapacity) return SupplyFields::capacities;
+  // Only what is being filled has a time until it is full.
+  if (property == kTimeRemaining && anyHasStatus(presentBatteries(state), SupplyStatus::charging))
+    return SupplyFields::all;
+  return SupplyFields::state;
+}
 
+std::optional<PropertyValue> registryProperty(const std::vector<Supply>& supplies,
+                                              std::string_view name) {
+  if (!hasBattery(supplies)) return std::nullopt;
+  if (name == kExternalConnected) {
+    const auto connected = externalConnected(supplies);
+    return connected ? std::optional<PropertyValue>(*connected) : std::nullopt;
+  }
   const auto batteries = presentBatteries(supplies);
-  if (std::ranges::any_of(batteries, [](const Supply& each) { return each.status.has_value(); })) {
+  if (name == kIsCharging || name == kTimeRemaining) {
+    if (std::ranges::none_of(batteries, [](const Supply& each) { return each.status.has_value(); }))
+      return std::nullopt;
     const bool isCharging = anyHasStatus(batteries, SupplyStatus::charging);
-    properties.insert_or_assign("IsCharging", isCharging);
-    properties.insert_or_assign("TimeRemaining",
-                                isCharging ? minutesToFull(batteries) : std::int64_t{0});
+    if (name == kIsCharging) return isCharging;
+    return isCharging ? minutesToFull(batteries) : std::int64_t{0};
   }
   const Capacities capacities = summedCapacities(batteries);
-  if (capacities.full)
-    properties.insert_or_assign("MaxCapacity", std::int64_t{std::llround(*capacities.full)});
-  if (capacities.design)
-    properties.insert_or_assign("DesignCapacity", std::int64_t{std::llround(*capacities.design)});
+  const auto capacity = name == kMaxCapacity      ? capacities.full
+                        : name == kDesignCapacity ? capacities.design
+                                                  : std::nullopt;
+  return capacity ? std::optional<PropertyValue>(std::int64_t{std::llround(*capacity)})
+                  : std::nullopt;
+}
+
+PropertyDictionary registryProperties(const std::vector<Supply>& supplies) {
+  PropertyDictionary properties;
+  for (const char* name :
+       {kExternalConnected, kIsCharging, kTimeRemaining, kMaxCapacity, kDesignCapacity})
+    if (auto value = registryProperty(supplies, name))
+      properties.insert_or_assign(name, *std::move(value));
   return properties;
 }
 

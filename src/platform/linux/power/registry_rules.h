@@ -3,6 +3,7 @@
 #pragma once
 
 #include <optional>
+#include <string_view>
 #include <vector>
 
 #include "platform/linux/power/sysfs_supply.h"
@@ -20,8 +21,15 @@ bool hasBattery(const std::vector<Supply>& supplies);
 // A battery's energy when full in µWh, converted from its charge where the kernel counts that.
 std::optional<double> energyWhenFull(const Supply& battery);
 
-// All properties of the entry that are known, by the names of `DeviceRegistry`; empty without a
-// battery. Capacities are summed over the batteries in mAh.
+// What has to be read for a property, as far as the state of the supplies tells.
+SupplyFields fieldsNeededFor(std::string_view property, const std::vector<Supply>& state);
+
+// A property of the entry, by the names of `DeviceRegistry`; absent when it isn't known, without a
+// battery and for other names. Capacities are summed over the batteries in mAh.
+std::optional<PropertyValue> registryProperty(const std::vector<Supply>& supplies,
+                                              std::string_view name);
+
+// All that are known.
 PropertyDictionary registryProperties(const std::vector<Supply>& supplies);
 
 }  // namespace kelvane

@@ -26,11 +26,8 @@ ServiceHandle SysfsDeviceRegistry::findService(std::string_view name) {
 std::optional<PropertyValue> SysfsDeviceRegistry::property(ServiceHandle service,
                                                            std::string_view name) {
   if (service != kBattery) return std::nullopt;
-  const bool isOfState = name == "ExternalConnected" || name == "IsCharging";
-  const auto properties =
-      registryProperties(supplies_->read(isOfState ? SupplyFields::state : SupplyFields::all));
-  const auto found = properties.find(std::string(name));
-  return found == properties.end() ? std::nullopt : std::optional(found->second);
+  const SupplyFields fields = fieldsNeededFor(name, supplies_->read(SupplyFields::state));
+  return registryProperty(supplies_->read(fields), name);
 }
 
 void SysfsDeviceRegistry::release(ServiceHandle) {}

@@ -11,7 +11,6 @@
 
 #include <dirent.h>
 #include <fcntl.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
 namespace kelvane {
@@ -43,14 +42,14 @@ class FileDescriptor {
 std::optional<std::string> readAttribute(int folder, const char* name) {
   // Non-blocking, for what only looks like an attribute: opening a FIFO waits for its writer.
   const FileDescriptor file(openat(folder, name, O_RDONLY | O_NONBLOCK | O_CLOEXEC | O_NOCTTY));
-  struct stat about {};
-  if (!file || fstat(file.get(), &about) != 0 || !S_ISREG(about.st_mode)) return std::nullopt;
+  if (!file) return std::nullopt;
   // One call gives the whole attribute (Documentation/filesystems/sysfs.rst), and of a file without
-  // end more than an attribute has.
+  // end more than an attribute has. What has no position to read at, a FIFO or a terminal, is
+  // refused (pread(2), ESPIPE), which spares a call to ask what the file is.
   std::array<char, kMostBytes + 1> buffer;
   ssize_t got = 0;
   do {
-    got = read(file.get(), buffer.data(), buffer.size());
+    got = pread(file.get(), buffer.data(), buffer.size(), 0);
   } while (got < 0 && errno == EINTR);
   if (got < 0) return std::nullopt;  // the device went away, or can't tell now
   const auto size = static_cast<std::size_t>(got);
@@ -112,9 +111,10 @@ Supply readState(std::string name, const AttributeReader& reader) {
   supply.scope = reader.parsed("scope", parseSupplyScope);
   if (!supply.type || !supply.isOfComputer()) return supply;
 
-  if (const auto online = reader.number("online", 0, 2)) supply.online = *online > 0;
-  if (supply.type == SupplyType::external) return supply;
-
+  if (supply.type == SupplyType::external) {
+    if (const auto online = reader.number("online", 0, 2)) supply.online = *online > 0;
+    return supply;
+  }
   if (const auto present = reader.number("present", 0, 1)) supply.present = *present > 0;
   supply.status = reader.parsed("status", parseSupplyStatus);
   return supply;
@@ -124,7 +124,19 @@ bool hasFigures(const Supply& supply) {
   return supply.type && supply.type != SupplyType::external && supply.isOfComputer();
 }
 
-void readFigures(Supply& supply, const AttributeReader& reader) {
+void readCapacities(Supply& supply, const AttributeReader& reader) {
+  supply.chargeFull = reader.fullAmount("charge_full");
+  supply.chargeFullDesign = reader.fullAmount("charge_full_design");
+  if (supply.chargeFull && supply.chargeFullDesign) return;
+  supply.energyFull = reader.fullAmount("energy_full");
+  supply.energyFullDesign = reader.fullAmount("energy_full_design");
+  if (!supply.energyFull && !supply.energyFullDesign) return;
+  supply.voltageMinDesign = reader.voltage("voltage_min_design");
+  if (!supply.voltageMinDesign) supply.voltageMaxDesign = reader.voltage("voltage_max_design");
+  if (!supply.nominalMicrovolts()) supply.voltageNow = reader.voltage("voltage_now");
+}
+
+void readAll(Supply& supply, const AttributeReader& reader) {
   supply.capacity = reader.parsed("capacity", parseSupplyPercent);
   if (const auto end = reader.number("charge_control_end_threshold", 1, 100))
     supply.chargeEndPercent = static_cast<int>(*end);
@@ -139,6 +151,11 @@ void readFigures(Supply& supply, const AttributeReader& reader) {
   supply.voltageNow = reader.voltage("voltage_now");
   supply.powerNow = reader.flow("power_now");
   supply.currentNow = reader.flow("current_now");
+}
+
+void readFigures(Supply& supply, const AttributeReader& reader, SupplyFields fields) {
+  if (fields == SupplyFields::state || !hasFigures(supply)) return;
+  fields == SupplyFields::all ? readAll(supply, reader) : readCapacities(supply, reader);
 }
 
 FileDescriptor openSupply(const std::string& directory, const std::string& name) {
@@ -216,16 +233,16 @@ std::vector<Supply> readSupplies(const std::string& directory, SupplyFields fiel
     if (!folder) continue;
     const AttributeReader reader(folder.get());
     Supply& supply = supplies.emplace_back(readState(std::move(name), reader));
-    if (fields == SupplyFields::all && hasFigures(supply)) readFigures(supply, reader);
+    readFigures(supply, reader, fields);
   }
   return supplies;
 }
 
-void addFigures(const std::string& directory, std::vector<Supply>& supplies) {
+void addFigures(const std::string& directory, std::vector<Supply>& supplies, SupplyFields fields) {
   for (Supply& supply : supplies) {
     if (!hasFigures(supply)) continue;
     if (const FileDescriptor folder = openSupply(directory, supply.name))
-      readFigures(supply, AttributeReader(folder.get()));
+      readFigures(supply, AttributeReader(folder.get()), fields);
   }
 }
 

@@ -29,7 +29,7 @@ struct Supply {
   std::optional<SupplyScope> scope;
   std::optional<SupplyStatus> status;
   std::optional<bool> present;
-  std::optional<bool> online;           // 1 (fixed) and 2 (programmable) are both online
+  std::optional<bool> online;           // external ones only; 1 (fixed) and 2 (programmable) are
   std::optional<int> capacity;          // percent, 0 to 100
   std::optional<int> chargeEndPercent;  // where charging stops, 1 to 100
 
@@ -45,17 +45,26 @@ struct Supply {
   // A battery of the computer; one that is told to be missing from its bay is none.
   bool isBattery() const { return type == SupplyType::battery && isOfComputer(); }
   bool isPresentBattery() const { return isBattery() && present.value_or(true); }
+  // The voltage at which a battery's energy and charge are converted into each other.
+  std::optional<std::int64_t> nominalMicrovolts() const {
+    return voltageMinDesign ? voltageMinDesign : voltageMaxDesign ? voltageMaxDesign : voltageNow;
+  }
 };
 
 // What a reading fetches. Some drivers ask the hardware for each file, so whoever wants to know
 // only whether the adapter is in does not read the figures.
-enum class SupplyFields { state, all };  // state: type, scope, present, online, status
+enum class SupplyFields {
+  state,       // type, scope, present, online, status
+  capacities,  // and what the capacities in charge follow from: charge when full and by design, or,
+               // where one of them is unknown, the energies, with a voltage to convert them
+  all,
+};
 
 // Every supply of a tree, by name; empty when the folder can't be read. Never blocks on what it
 // finds there (a FIFO, a device, a file without end).
 std::vector<Supply> readSupplies(const std::string& directory, SupplyFields fields);
-// Reads what is missing of `supplies`, of which only the state was read; the state stays.
-void addFigures(const std::string& directory, std::vector<Supply>& supplies);
+// Reads what is missing of `supplies`, of which less was read; the state stays.
+void addFigures(const std::string& directory, std::vector<Supply>& supplies, SupplyFields fields);
 
 // The forms of the attribute files: the text with at most white space around it, else absent.
 std::optional<SupplyType> parseSupplyType(std::string_view text);

@@ -8,6 +8,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include "platform/linux/power/registry_rules.h"
 #include "platform/linux/power/supply_tree_test.h"
 #include "platform/linux/power/sysfs_device_registry.h"
 
@@ -53,6 +54,54 @@ TEST(SysfsSupply, ReadsEveryFigureOfABattery) {
   expected.powerNow = 9'500'000;
   expected.currentNow = 830'000;
   EXPECT_EQ(readSupplies(tree.path(), SupplyFields::all), std::vector{expected});
+}
+
+// What a property of the registry asks for is enough for it, and no more than that is read.
+TEST(SysfsSupply, CapacitiesNeedFewFigures) {
+  const SupplyTree::Attributes common{{"type", "Battery"},
+                                      {"status", "Charging"},
+                                      {"capacity", "50"},
+                                      {"voltage_now", "11400000"},
+                                      {"voltage_max_design", "12600000"}};
+  const SupplyTree::Attributes energy{{"energy_full", "57000000"},
+                                      {"energy_full_design", "60000000"},
+                                      {"energy_now", "28000000"},
+                                      {"power_now", "9500000"}};
+  const SupplyTree::Attributes charge{{"charge_full", "4000000"},
+                                      {"charge_full_design", "5000000"}};
+  const SupplyTree::Attributes nominal{{"voltage_min_design", "11100000"}};
+  const struct {
+    const char* battery;
+    std::vector<SupplyTree::Attributes> attributes;
+    std::vector<const char*> without;
+  } rows[] = {
+      {"counts energy", {energy, nominal}, {}},
+      {"counts energy, one voltage", {energy}, {}},
+      {"counts energy, the present voltage", {energy}, {"voltage_max_design"}},
+      {"counts energy, no voltage", {energy}, {"voltage_max_design", "voltage_now"}},
+      {"counts charge", {charge, nominal}, {}},
+      {"counts both", {energy, charge, nominal}, {}},
+      {"half of each", {energy, charge, nominal}, {"charge_full_design"}},
+      {"the other half", {energy, charge, nominal}, {"charge_full", "energy_full_design"}},
+      {"neither", {nominal}, {}},
+  };
+  for (const auto& row : rows) {
+    const SupplyTree tree;
+    tree.set("BAT0", common);
+    for (const auto& each : row.attributes) tree.set("BAT0", each);
+    for (const char* each : row.without) std::filesystem::remove(tree.file("BAT0", each));
+    const auto some = readSupplies(tree.path(), SupplyFields::capacities);
+    const auto all = readSupplies(tree.path(), SupplyFields::all);
+    for (const char* name : {"MaxCapacity", "DesignCapacity"}) {
+      EXPECT_EQ(fieldsNeededFor(name, all), SupplyFields::capacities);
+      EXPECT_EQ(registryProperty(some, name), registryProperty(all, name)) << row.battery;
+    }
+    EXPECT_EQ(some.at(0).status, SupplyStatus::charging);
+    EXPECT_EQ(some.at(0).capacity, std::nullopt) << row.battery;
+    EXPECT_EQ(some.at(0).energyNow, std::nullopt) << row.battery;
+    EXPECT_EQ(fieldsNeededFor("TimeRemaining", some), SupplyFields::all);
+    EXPECT_EQ(fieldsNeededFor("IsCharging", some), SupplyFields::state);
+  }
 }
 
 TEST(SysfsSupply, ForeignTextThatIsNoFigureIsAbsent) {

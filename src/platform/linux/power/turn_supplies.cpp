@@ -20,8 +20,8 @@ const std::vector<Supply>& TurnSupplies::read(SupplyFields fields) {
     supplies_ = readSupplies(directory_, fields);
     turn_ = turn;
     fields_ = fields;
-  } else if (fields == SupplyFields::all && fields_ == SupplyFields::state) {
-    addFigures(directory_, supplies_);
+  } else if (fields > fields_) {
+    addFigures(directory_, supplies_, fields);
     fields_ = fields;
   }
   return supplies_;
