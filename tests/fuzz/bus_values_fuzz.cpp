@@ -42,7 +42,7 @@ bool isPlausible(const std::optional<double>& value) {
 void checkDevice(GVariant* value) {
   if (!g_variant_is_of_type(value, G_VARIANT_TYPE_VARDICT)) return;
   UPowerSnapshot upower;
-  applyProperties(upower.display, value);
+  applyProperties(upower.display, scalarsOf(value));
   upower.devices.push_back(upower.display);
   for (const auto& figure :
        {upower.display.energy, upower.display.energyFull, upower.display.percentage,

@@ -24,7 +24,7 @@ IntentService::IntentService(BusConnection* bus, MakeHandler makeHandler)
   object_ = std::make_unique<ExportedObject>(
       bus, ApplicationService::kPath, *interface,
       ExportedObject::Handlers{[this](const ExportedObject::Call& call) { handle(call); },
-                               [](std::string_view) -> GVariant* { return nullptr; }});
+                               nullptr});
 }
 
 // The interface has one method.

@@ -28,12 +28,13 @@ struct Tray {
       : connection(bus.connect()), interface(parseInterface(kTrayXml)) {}
   ~Tray() { leave(); }
   void answer() {
-    object.emplace(connection.get(), kTrayPath, *interface,
-                   ExportedObject::Handlers{nullptr, [this](std::string_view name) {
-                                              return name == "IsStatusNotifierHostRegistered"
-                                                         ? g_variant_new_boolean(hasHost)
-                                                         : g_variant_new_strv(nullptr, 0);
-                                            }});
+    object.emplace(
+        connection.get(), kTrayPath, *interface,
+        ExportedObject::Handlers{nullptr, [this](std::string_view name) -> BusWrite {
+                                   if (name == "IsStatusNotifierHostRegistered")
+                                     return [this](BusWriter& value) { value.boolean(hasHost); };
+                                   return [](BusWriter& value) { value.array("s", [] {}); };
+                                 }});
   }
   void come() { askBus(connection.get(), "RequestName", g_variant_new("(su)", Watcher::kName, 4)); }
   void setHost(bool has) {

@@ -39,7 +39,7 @@ ApplicationService::ApplicationService(BusConnection* bus, Handlers handlers)
   object_ = std::make_unique<ExportedObject>(
       bus, kPath, *interface,
       ExportedObject::Handlers{[this](const ExportedObject::Call& call) { handle(call); },
-                               [](std::string_view) -> GVariant* { return nullptr; }});
+                               nullptr});
 }
 
 ApplicationService::~ApplicationService() {

@@ -4,6 +4,11 @@
 #include <utility>
 
 namespace kelvane {
+namespace {
+
+constexpr const char* kProfile = "ActiveProfile";
+
+}  // namespace
 
 PowerProfileMirror::PowerProfileMirror(std::function<void()> changed)
     : changed_(std::move(changed)), request_([this](BusConnection* bus) {
@@ -34,30 +39,26 @@ void PowerProfileMirror::ownerChanged(BusConnection* bus, Service& service,
   decide();
   if (owner.empty()) return;
   const auto read = [this, bus, &service, owner] {
-    service.calls->getProperty(
-        bus, {owner, service.path, service.name}, "ActiveProfile",
-        [this, &service](const BusReply& reply) { setProfile(service, reply.value.get()); });
+    service.calls->getProperty(bus, {owner, service.path, service.name}, kProfile,
+                               [this, &service](const BusReply& reply) {
+                                 setProfile(service,
+                                            reply ? scalarOf(reply.value.get()) : BusScalar());
+                               });
   };
-  service.changes = std::make_unique<SignalSubscription>(
-      bus,
-      SignalSubscription::Match{owner, "org.freedesktop.DBus.Properties", "PropertiesChanged",
-                                service.path, service.name},
-      [this, &service, read](const char*, const char*, GVariant* parameters) {
-        if (!g_variant_is_of_type(parameters, G_VARIANT_TYPE("(sa{sv}as)"))) return;
-        const GVariantPtr changed(g_variant_get_child_value(parameters, 1));
-        const GVariantPtr invalidated(g_variant_get_child_value(parameters, 2));
-        const GVariantPtr profile(g_variant_lookup_value(changed.get(), "ActiveProfile", nullptr));
-        if (profile)
-          setProfile(service, profile.get());
-        else if (g_variant_n_children(invalidated.get()) > 0)
+  service.changes = std::make_unique<PropertyChanges>(
+      bus, BusTarget{owner, service.path, service.name},
+      [this, &service, read](const ScalarProperties& changed, bool areOthersInvalid) {
+        const auto profile = std::ranges::find(changed, kProfile, &ScalarProperty::first);
+        if (profile != changed.end())
+          setProfile(service, profile->second);
+        else if (areOthersInvalid)
           read();
       });
   read();
 }
 
-void PowerProfileMirror::setProfile(Service& service, GVariant* value) {
-  service.isPowerSaver = value && g_variant_is_of_type(value, G_VARIANT_TYPE_STRING) &&
-                         std::string_view(g_variant_get_string(value, nullptr)) == "power-saver";
+void PowerProfileMirror::setProfile(Service& service, const BusScalar& value) {
+  service.isPowerSaver = value == BusScalar("power-saver");
   decide();
 }
 

@@ -8,9 +8,8 @@
 #include <memory>
 #include <string>
 
-#include <glib.h>
-
 #include "platform/linux/glib/bus.h"
+#include "platform/linux/glib/property_changes.h"
 #include "platform/linux/glib/system_bus.h"
 
 namespace kelvane {
@@ -32,13 +31,13 @@ class PowerProfileMirror {
     std::string path;
     bool isPowerSaver = false;
     std::unique_ptr<BusCalls> calls;
-    std::unique_ptr<SignalSubscription> changes;
+    std::unique_ptr<PropertyChanges> changes;
     std::unique_ptr<NameWatch> owner;
   };
 
   void follow(BusConnection* bus, Service& service);
   void ownerChanged(BusConnection* bus, Service& service, const std::string& owner);
-  void setProfile(Service& service, GVariant* value);
+  void setProfile(Service& service, const BusScalar& value);
   void decide();
 
   std::function<void()> changed_;

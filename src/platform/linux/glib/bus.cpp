@@ -106,7 +106,7 @@ void BusCalls::getAllProperties(BusConnection* connection, const Target& target,
 }
 
 struct SignalSubscription::Listener {
-  Handler handler;
+  Reader reader;
   // For a service that is known by its name. What is sent to us alone passes by the bus's rules, so
   // it may come from anyone.
   std::unique_ptr<NameWatch> name;
@@ -115,8 +115,16 @@ struct SignalSubscription::Listener {
 
 SignalSubscription::SignalSubscription(BusConnection* connection, const Match& match,
                                        Handler handler)
+    : SignalSubscription(connection, match,
+                         [handler = std::move(handler)](sd_bus_message* message) {
+                           if (const GVariantPtr body = bodyOf(message))
+                             handler(sd_bus_message_get_path(message),
+                                     sd_bus_message_get_member(message), body.get());
+                         }) {}
+
+SignalSubscription::SignalSubscription(BusConnection* connection, const Match& match, Reader reader)
     : listener_(std::make_shared<Listener>()), connection_(shareBus(connection)) {
-  listener_->handler = std::move(handler);
+  listener_->reader = std::move(reader);
   if (!match.sender.empty() && !isUniqueName(match.sender) && match.sender != kBusName)
     listener_->name = std::make_unique<NameWatch>(
         connection, match.sender,
@@ -138,9 +146,8 @@ SignalSubscription::SignalSubscription(BusConnection* connection, const Match& m
         // The handler may destroy the subscription.
         const auto listener = static_cast<SignalSubscription*>(data)->listener_;
         if (listener->name && listener->owner != sd_bus_message_get_sender(message)) return 0;
-        if (const GVariantPtr body = bodyOf(message))
-          listener->handler(sd_bus_message_get_path(message), sd_bus_message_get_member(message),
-                            body.get());
+        sd_bus_message_rewind(message, 1);
+        listener->reader(message);
         return 0;
       },
       // A bus that takes no more rules is no reason to leave it, which is what the library would

@@ -58,9 +58,12 @@ class SignalSubscription {
   };
   // Path, member and parameters of a signal; the parameters' type is the sender's word, unchecked.
   using Handler = std::function<void(const char* path, const char* member, GVariant* parameters)>;
+  // Reads the message by itself, for what is heard often.
+  using Reader = std::function<void(sd_bus_message*)>;
 
   // A sender that is a name stands for its owner at the time.
   SignalSubscription(BusConnection* connection, const Match& match, Handler handler);
+  SignalSubscription(BusConnection* connection, const Match& match, Reader reader);
   ~SignalSubscription();
   SignalSubscription(const SignalSubscription&) = delete;
   SignalSubscription& operator=(const SignalSubscription&) = delete;

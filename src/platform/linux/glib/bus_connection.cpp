@@ -196,10 +196,17 @@ BusReply BusConnection::callAndWait(const BusTarget& target, const char* method,
 void BusConnection::emit(const char* path, const char* interface, const char* signal,
                          GVariant* parameters) {
   const GVariantPtr owned(parameters ? g_variant_ref_sink(parameters) : nullptr);
+  emit(path, interface, signal, [&](BusWriter& body) { body.parts(owned.get()); });
+}
+
+void BusConnection::emit(const char* path, const char* interface, const char* signal,
+                         const BusWrite& write) {
   sd_bus_message* raw = nullptr;
   if (sd_bus_message_new_signal(bus_, &raw, path, interface, signal) < 0) return;
   const BusMessagePtr message(raw);
-  if (appendTuple(raw, owned.get())) sd_bus_send(bus_, raw, nullptr);
+  BusWriter body(raw);
+  if (write) write(body);
+  if (body.isGood()) sd_bus_send(bus_, raw, nullptr);
 }
 
 void BusConnection::close() {

@@ -13,6 +13,7 @@
 
 #include <glib.h>
 
+#include "platform/linux/glib/bus_writer.h"
 #include "platform/linux/glib/glib_ptr.h"
 
 struct sd_bus;
@@ -82,9 +83,11 @@ class BusConnection : public std::enable_shared_from_this<BusConnection> {
   // Calls and waits for the answer; see `BusCalls::call`.
   BusReply callAndWait(const BusTarget& target, const char* method, GVariant* arguments,
                        const char* replyType, int timeoutMilliseconds, bool mayStart = false);
-  // Tells everyone who listens. `parameters` is a tuple, may be floating, or null for none.
+  // Tells everyone who listens. `parameters` is a tuple, may be floating, or null for none; `write`
+  // may be empty.
   void emit(const char* path, const char* interface, const char* signal,
             GVariant* parameters = nullptr);
+  void emit(const char* path, const char* interface, const char* signal, const BusWrite& write);
 
   // Hangs up; the state follows in the main loop, and calls under way fail.
   void close();

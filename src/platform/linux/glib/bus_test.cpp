@@ -85,6 +85,29 @@ TEST_F(BusTest, SpeaksTheTypesAsAnotherLibraryDoes) {
   g_dbus_connection_signal_unsubscribe(stranger.get(), there);
 }
 
+TEST_F(BusTest, WhatCantBeWrittenIsNotSent) {
+  std::vector<std::string> heard;
+  const SignalSubscription subscription(ours.get(), {.interface = kInterface},
+                                        [&](const char*, const char*, GVariant* parameters) {
+                                          heard.push_back(printed(parameters));
+                                        });
+  askBus(ours.get(), "GetId");
+  const auto say = [&](const BusWrite& write) { others->emit(kPath, kInterface, "Here", write); };
+  say([](BusWriter& body) {
+    body.objectPath("no path");
+    body.text("too late");
+  });
+  say([](BusWriter& body) { body.structure("i", [&] { body.text("no number"); }); });
+  say([](BusWriter& body) { body.array("s", [&] { body.variant("i", [&] { body.int32(1); }); }); });
+  say([](BusWriter& body) { body.text("gr\u00fcn \xff"); });
+  say([](BusWriter& body) {
+    body.structure("ai", [&] { body.int32s({1, -2}); });
+    body.parts(sinkVariant(g_variant_new_parsed("(true, <'x'>)")).get());
+  });
+  EXPECT_TRUE(runUntil([&] { return heard.size() >= 2; }));
+  EXPECT_THAT(heard, ElementsAre("('gr\u00fcn \ufffd',)", "(([1, -2],), true, <'x'>)"));
+}
+
 TEST_F(BusTest, ANamedSenderIsItsOwnerAndNobodyElse) {
   std::vector<std::string> heard;
   const SignalSubscription subscription(
@@ -151,8 +174,7 @@ TEST_F(BusTest, CallsEndWithOneAnswerOrNone) {
   std::vector<BusInvocation> waiting;
   const ExportedObject object(
       others.get(), kPath, *interface,
-      {[&](const ExportedObject::Call& each) { waiting.push_back(each.invocation); },
-       [](std::string_view) -> GVariant* { return nullptr; }});
+      {[&](const ExportedObject::Call& each) { waiting.push_back(each.invocation); }, nullptr});
   std::vector<State> states;
   const auto observation = ours->observe([&] { states.push_back(ours->state()); });
   BusCalls late;
@@ -171,18 +193,24 @@ TEST_F(BusTest, ExportedObjectsAnswerWhatTheyDescribe) {
     <method name="Double"><arg type="i" direction="in"/><arg type="i" direction="out"/></method>
     <property name="Here" type="s" access="read"/><property name="Gone" type="s" access="read"/>
     </interface></node>)");
-  const auto second =
-      parseInterface("<node><interface name='org.kelvane.Second'></interface></node>");
+  const auto second = parseInterface(
+      "<node><interface name='org.kelvane.Second'><property name='Spoilt' type='o' "
+      "access='read'/></interface></node>");
   const ExportedObject object(others.get(), kPath, *interface,
                               {[](const ExportedObject::Call& each) {
                                  int number = 0;
                                  g_variant_get(each.arguments, "(i)", &number);
                                  each.invocation.answer(g_variant_new("(i)", 2 * number));
                                },
-                               [](std::string_view name) -> GVariant* {
-                                 return name == "Here" ? g_variant_new_string("yes") : nullptr;
+                               [](std::string_view name) -> BusWrite {
+                                 if (name != "Here") return nullptr;
+                                 return [](BusWriter& value) { value.text("yes"); };
                                }});
-  const ExportedObject beside(others.get(), kPath, *second, {});
+  const ExportedObject beside(others.get(), kPath, *second, {nullptr, [](std::string_view) {
+                                                               return [](BusWriter& value) {
+                                                                 value.objectPath("no path");
+                                                               };
+                                                             }});
   struct Row {
     const char* interface;
     const char* method;
@@ -201,7 +229,7 @@ TEST_F(BusTest, ExportedObjectsAnswerWhatTheyDescribe) {
            Row{kPropertiesInterface, "Get", "('org.kelvane.Third', 'Here')", "InvalidArgs"},
            Row{kPropertiesInterface, "Get", "('org.kelvane.Test',)", "InvalidArgs"},
            Row{kPropertiesInterface, "GetAll", "('org.kelvane.Test',)", "({'Here': <'yes'>},)"},
-           Row{kPropertiesInterface, "GetAll", "('org.kelvane.Second',)", "(@a{sv} {},)"},
+           Row{kPropertiesInterface, "GetAll", "('org.kelvane.Second',)", "Failed"},
            Row{kPropertiesInterface, "Set", "('org.kelvane.Test', 'Here', <'no'>)", "InvalidArgs"},
        }) {
     const BusReply reply = call({others->uniqueName(), kPath, row.interface}, row.method,

@@ -42,10 +42,17 @@ BusInvocation::BusInvocation(sd_bus_message* call)
 
 void BusInvocation::answer(GVariant* value) const {
   const GVariantPtr owned(value ? g_variant_ref_sink(value) : nullptr);
+  answer([&](BusWriter& body) { body.parts(owned.get()); });
+}
+
+void BusInvocation::answer(const BusWrite& write) const {
   sd_bus_message* raw = nullptr;
   if (sd_bus_message_new_method_return(call_.get(), &raw) < 0) return;
   const BusMessagePtr message(raw);
-  if (appendTuple(raw, owned.get())) sd_bus_send(nullptr, raw, nullptr);
+  BusWriter body(raw);
+  write(body);
+  if (!body.isGood()) return refuse(kFailed, "The answer can't be written");
+  sd_bus_send(nullptr, raw, nullptr);
 }
 
 void BusInvocation::refuse(const char* errorName, const std::string& message) const {
@@ -71,6 +78,10 @@ ExportedObject::~ExportedObject() {
 
 void ExportedObject::emit(const char* signal, GVariant* parameters) const {
   connection_->emit(path_.c_str(), interface_.name.c_str(), signal, parameters);
+}
+
+void ExportedObject::emit(const char* signal, const BusWrite& write) const {
+  connection_->emit(path_.c_str(), interface_.name.c_str(), signal, write);
 }
 
 bool ExportedObject::receive(BusConnection& connection, sd_bus_message* message) {
@@ -153,36 +164,26 @@ bool ExportedObject::receiveCall(sd_bus_message* message) const {
   return true;
 }
 
-GVariantPtr ExportedObject::valueOf(const BusInterface::Property& property) const {
-  GVariant* value = handlers_->property(property.name);
-  return GVariantPtr(value ? g_variant_take_ref(value) : nullptr);
+BusWrite ExportedObject::valueOf(const BusInterface::Property& property) const {
+  return handlers_->property ? handlers_->property(property.name) : nullptr;
 }
 
 void ExportedObject::getProperty(const BusInvocation& invocation, std::string_view name) const {
   const auto known = std::ranges::find(interface_.properties, name, &BusInterface::Property::name);
-  const GVariantPtr value = known == interface_.properties.end() ? nullptr : valueOf(*known);
-  if (!value) return invocation.refuse(kInvalidArguments, "No property " + std::string(name));
-  invocation.answer(g_variant_new("(v)", value.get()));
+  const BusWrite write = known == interface_.properties.end() ? nullptr : valueOf(*known);
+  if (!write) return invocation.refuse(kInvalidArguments, "No property " + std::string(name));
+  invocation.answer(
+      [&](BusWriter& body) { body.variant(known->type.c_str(), [&] { write(body); }); });
 }
 
-// The commonest call of all, so without a dictionary in between.
 void ExportedObject::getAllProperties(const BusInvocation& invocation) const {
-  sd_bus_message* raw = nullptr;
-  if (sd_bus_message_new_method_return(invocation.call(), &raw) < 0) return;
-  const BusMessagePtr answer(raw);
-  sd_bus_message_open_container(raw, 'a', "{sv}");
-  for (const BusInterface::Property& property : interface_.properties) {
-    const GVariantPtr value(valueOf(property));
-    if (!value) continue;
-    sd_bus_message_open_container(raw, 'e', "sv");
-    sd_bus_message_append_basic(raw, 's', property.name.c_str());
-    sd_bus_message_open_container(raw, 'v', property.type.c_str());
-    appendValue(raw, value.get());
-    sd_bus_message_close_container(raw);
-    sd_bus_message_close_container(raw);
-  }
-  sd_bus_message_close_container(raw);
-  sd_bus_send(nullptr, raw, nullptr);
+  invocation.answer([&](BusWriter& body) {
+    body.array("{sv}", [&] {
+      for (const BusInterface::Property& each : interface_.properties)
+        if (const BusWrite write = valueOf(each))
+          body.property(each.name.c_str(), each.type.c_str(), [&] { write(body); });
+    });
+  });
 }
 
 }  // namespace kelvane

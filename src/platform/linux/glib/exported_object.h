@@ -25,8 +25,10 @@ inline constexpr const char* kFailed = "org.freedesktop.DBus.Error.Failed";
 class BusInvocation {
  public:
   explicit BusInvocation(sd_bus_message* call);
-  // `value` is a tuple, may be floating, or null for an empty one.
+  // `value` is a tuple, may be floating, or null for an empty one. An answer that can't be written
+  // is an error to the caller.
   void answer(GVariant* value = nullptr) const;
+  void answer(const BusWrite& write) const;
   void refuse(const char* errorName, const std::string& message) const;
 
   sd_bus_message* call() const { return call_.get(); }
@@ -45,8 +47,8 @@ class ExportedObject {
   };
   struct Handlers {
     std::function<void(const Call&)> call;
-    // A new or floating reference of the property's type; null for one that is not there now.
-    std::function<GVariant*(std::string_view property)> property;
+    // What writes a value of the property's type; empty for one that is not there now.
+    std::function<BusWrite(std::string_view property)> property;
   };
 
   // `interface` must outlive the object.
@@ -56,8 +58,9 @@ class ExportedObject {
   ExportedObject(const ExportedObject&) = delete;
   ExportedObject& operator=(const ExportedObject&) = delete;
 
-  // Tells everyone who listens. `parameters` may be floating, or null for none.
+  // Tells everyone who listens; see `BusConnection::emit`.
   void emit(const char* signal, GVariant* parameters = nullptr) const;
+  void emit(const char* signal, const BusWrite& write) const;
 
   BusConnection* connection() const { return connection_.get(); }
 
@@ -72,8 +75,8 @@ class ExportedObject {
   bool receiveCall(sd_bus_message* message) const;
   void getProperty(const BusInvocation& invocation, std::string_view name) const;
   void getAllProperties(const BusInvocation& invocation) const;
-  // Null for a property that is not there.
-  GVariantPtr valueOf(const BusInterface::Property& property) const;
+  // Empty for a property that is not there.
+  BusWrite valueOf(const BusInterface::Property& property) const;
 
   BusPtr connection_;
   std::string path_;

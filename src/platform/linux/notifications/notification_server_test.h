@@ -78,7 +78,7 @@ class NotificationServer {
   std::unique_ptr<ExportedObject> object_ = std::make_unique<ExportedObject>(
       connection.get(), kPath, *interface_,
       ExportedObject::Handlers{[this](const ExportedObject::Call& call) { called(call); },
-                               [](std::string_view) -> GVariant* { return nullptr; }});
+                               nullptr});
 };
 
 // A client's connection, the server that is there, and their log.

@@ -12,7 +12,6 @@ constexpr const char* kName = "org.freedesktop.UPower";
 constexpr const char* kPath = "/org/freedesktop/UPower";
 constexpr const char* kDisplayPath = "/org/freedesktop/UPower/devices/DisplayDevice";
 constexpr const char* kDeviceInterface = "org.freedesktop.UPower.Device";
-constexpr const char* kPropertiesInterface = "org.freedesktop.DBus.Properties";
 // More than any computer has; those beyond are not looked at.
 constexpr std::size_t kMostDevices = 64;
 
@@ -128,7 +127,7 @@ void UPowerMirror::answered(const std::string& path, const BusReply& reply) {
     device.isAsked = false;
     if (reply) {
       device.now = {};
-      applyProperties(device.now, reply.value.get());
+      applyProperties(device.now, scalarsOf(reply.value.get()));
     }
     if (std::exchange(device.askAgain, false)) ask(path);
   }
@@ -136,26 +135,22 @@ void UPowerMirror::answered(const std::string& path, const BusReply& reply) {
 }
 
 void UPowerMirror::listen(const std::string& path, Device& device) {
-  device.changes = std::make_unique<SignalSubscription>(
-      bus_.get(),
-      SignalSubscription::Match{owner_, kPropertiesInterface, "PropertiesChanged", path,
-                                kDeviceInterface},
-      [this, path](const char*, const char*, GVariant* parameters) {
-        propertiesChanged(path, parameters);
+  device.changes = std::make_unique<PropertyChanges>(
+      bus_.get(), BusTarget{owner_, path, kDeviceInterface},
+      [this, path](const ScalarProperties& changed, bool areOthersInvalid) {
+        propertiesChanged(path, changed, areOthersInvalid);
       });
 }
 
-void UPowerMirror::propertiesChanged(const std::string& path, GVariant* parameters) {
+void UPowerMirror::propertiesChanged(const std::string& path, const ScalarProperties& changed,
+                                     bool areOthersInvalid) {
   const auto found = devices_.find(path);
   if (found == devices_.end()) return;
-  if (!g_variant_is_of_type(parameters, G_VARIANT_TYPE("(sa{sv}as)"))) return;
   if (status_ == Status::absent && unanswered_ == 0) return readAll();  // it does answer, after all
 
-  const GVariantPtr changed(g_variant_get_child_value(parameters, 1));
-  const GVariantPtr invalidated(g_variant_get_child_value(parameters, 2));
   const UPowerDevice before = found->second.now;
-  applyProperties(found->second.now, changed.get());
-  if (g_variant_n_children(invalidated.get()) > 0)
+  applyProperties(found->second.now, changed);
+  if (areOthersInvalid)
     ask(path);
   else if (found->second.now == before)
     return;

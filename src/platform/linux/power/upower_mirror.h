@@ -19,6 +19,7 @@
 #include <glib.h>
 
 #include "platform/linux/glib/bus.h"
+#include "platform/linux/glib/property_changes.h"
 #include "platform/linux/power/upower_snapshot.h"
 
 namespace kelvane {
@@ -44,7 +45,7 @@ class UPowerMirror {
  private:
   struct Device {
     UPowerDevice now;
-    std::unique_ptr<SignalSubscription> changes;
+    std::unique_ptr<PropertyChanges> changes;
     bool isAsked = false;   // a GetAll is under way
     bool askAgain = false;  // something changed meanwhile
   };
@@ -56,7 +57,8 @@ class UPowerMirror {
   void listen(const std::string& path, Device& device);
   void answered(const std::string& path, const BusReply& reply);
   void enumerated(const BusReply& reply);
-  void propertiesChanged(const std::string& path, GVariant* parameters);
+  void propertiesChanged(const std::string& path, const ScalarProperties& changed,
+                         bool areOthersInvalid);
   void deviceCameOrWent(const std::string& member, GVariant* parameters);
   void askSupplies();
   void listenWhereNeeded();

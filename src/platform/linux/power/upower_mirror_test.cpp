@@ -269,14 +269,14 @@ TEST(UPowerProperties, OnlyPlausibleValuesOfTheRightTypeCount) {
     const GVariantPtr properties(
         g_variant_parse(G_VARIANT_TYPE_VARDICT, row.properties, nullptr, nullptr, nullptr));
     ASSERT_TRUE(properties) << row.properties;
-    applyProperties(device, properties.get());
+    applyProperties(device, scalarsOf(properties.get()));
     EXPECT_TRUE(device == row.device) << row.properties;
   }
   // What a dictionary doesn't speak of stays; what it spoils becomes absent.
   UPowerDevice device{.type = UPowerType::battery, .percentage = 57};
   const GVariantPtr spoilt(
       g_variant_parse(nullptr, "{'Percentage': <'?'>}", nullptr, nullptr, nullptr));
-  applyProperties(device, spoilt.get());
+  applyProperties(device, scalarsOf(spoilt.get()));
   EXPECT_TRUE(device == UPowerDevice{.type = UPowerType::battery});
 }
 

@@ -9,16 +9,12 @@
 namespace kelvane {
 namespace {
 
-GVariant* readMenuProperty(std::string_view property) {
-  if (property == "Version") return g_variant_new_uint32(3);
-  if (property == "TextDirection") return g_variant_new_string("ltr");
-  if (property == "Status") return g_variant_new_string("normal");
-  if (property == "IconThemePath") return g_variant_new_strv(nullptr, 0);
+BusWrite readMenuProperty(std::string_view property) {
+  if (property == "Version") return [](BusWriter& value) { value.uint32(3); };
+  if (property == "TextDirection") return [](BusWriter& value) { value.text("ltr"); };
+  if (property == "Status") return [](BusWriter& value) { value.text("normal"); };
+  if (property == "IconThemePath") return [](BusWriter& value) { value.array("s", [] {}); };
   return nullptr;
-}
-
-GVariant* idsOf(const std::vector<int>& ids) {
-  return g_variant_new_fixed_array(G_VARIANT_TYPE_INT32, ids.data(), ids.size(), sizeof(int));
 }
 
 std::vector<int> readIds(GVariant* ids) {
@@ -85,16 +81,13 @@ bool DbusMenu::update() {
   // What was called back may have withdrawn the menu.
   if (!object_ || isUnread) return change.layout;
   if (change.layout) {
-    object_->emit("LayoutUpdated", g_variant_new("(ui)", revision_, DbusMenuLayout::kRootId));
+    object_->emit("LayoutUpdated", [this](BusWriter& body) {
+      body.uint32(revision_);
+      body.int32(DbusMenuLayout::kRootId);
+    });
   } else if (!change.changed.empty()) {
-    GVariantBuilder updated;
-    g_variant_builder_init(&updated, G_VARIANT_TYPE("a(ia{sv})"));
-    for (const int id : change.changed)
-      g_variant_builder_add(&updated, "(i@a{sv})", id,
-                            menuProperties(*layout_.find(id), {"label", "enabled"}, names_));
     object_->emit("ItemsPropertiesUpdated",
-                  g_variant_new("(a(ia{sv})@a(ias))", &updated,
-                                g_variant_new_array(G_VARIANT_TYPE("(ias)"), nullptr, 0)));
+                  [&](BusWriter& body) { writeMenuChange(body, change, layout_); });
   }
   return change.layout;
 }
@@ -117,9 +110,11 @@ void DbusMenu::getLayout(const ExportedObject::Call& call) {
   const GVariantPtr names(rawNames);
   const MenuEntry* entry = layout_.find(parent);
   if (!entry) return refuseId(call);
-  call.invocation.answer(
-      g_variant_new("(u@(ia{sv}av))", revision_,
-                    menuLayout(*entry, depth, propertyFilterOf(names.get()), names_)));
+  const PropertyFilter filter = propertyFilterOf(names.get());
+  call.invocation.answer([&](BusWriter& body) {
+    body.uint32(revision_);
+    writeMenuLayout(body, *entry, depth, filter, names_);
+  });
 }
 
 void DbusMenu::getGroupProperties(const ExportedObject::Call& call) {
@@ -129,18 +124,16 @@ void DbusMenu::getGroupProperties(const ExportedObject::Call& call) {
   const GVariantPtr idList(rawIds);
   const GVariantPtr nameList(rawNames);
   const PropertyFilter filter = propertyFilterOf(nameList.get());
-
-  GVariantBuilder answer;
-  g_variant_builder_init(&answer, G_VARIANT_TYPE("a(ia{sv})"));
-  const auto add = [&](const MenuEntry& entry) {
-    g_variant_builder_add(&answer, "(i@a{sv})", entry.id, menuProperties(entry, filter, names_));
-  };
   // Each entry once, however often it is asked for; unknown ids are left out; no ids are all.
   const std::vector<int> ids = readIds(idList.get());
   const std::set<int> wanted(ids.begin(), ids.end());
-  for (const auto& [id, entry] : layout_.entries())
-    if (wanted.empty() || wanted.contains(id)) add(*entry);
-  call.invocation.answer(g_variant_new("(a(ia{sv}))", &answer));
+  call.invocation.answer([&](BusWriter& body) {
+    body.array("(ia{sv})", [&] {
+      for (const auto& [id, entry] : layout_.entries())
+        if (wanted.empty() || wanted.contains(id))
+          writeMenuProperties(body, *entry, filter, names_);
+    });
+  });
 }
 
 void DbusMenu::getProperty(const ExportedObject::Call& call) {
@@ -149,12 +142,9 @@ void DbusMenu::getProperty(const ExportedObject::Call& call) {
   g_variant_get(call.arguments, "(i&s)", &id, &name);
   const MenuEntry* entry = layout_.find(id);
   if (!entry) return refuseId(call);
-  GVariant* value = menuProperty(*entry, name, names_);
-  if (!value) {
-    call.invocation.refuse(kInvalidArguments, "No such property");
-    return;
-  }
-  call.invocation.answer(g_variant_new("(v)", value));
+  const BusWrite write = menuProperty(*entry, name, names_);
+  if (!write) return call.invocation.refuse(kInvalidArguments, "No such property");
+  call.invocation.answer(write);
 }
 
 void DbusMenu::event(const ExportedObject::Call& call) {
@@ -184,7 +174,7 @@ void DbusMenu::eventGroup(const ExportedObject::Call& call) {
     }
   }
   if (count > 0 && unknown.size() == count) return refuseId(call);
-  call.invocation.answer(g_variant_new("(@ai)", idsOf(unknown)));
+  call.invocation.answer([&](BusWriter& body) { body.int32s(unknown); });
 }
 
 void DbusMenu::aboutToShow(const ExportedObject::Call& call) {
@@ -193,7 +183,7 @@ void DbusMenu::aboutToShow(const ExportedObject::Call& call) {
   if (!layout_.find(id)) return refuseId(call);
   tellShown();
   const bool hasChanged = update();
-  call.invocation.answer(g_variant_new("(b)", hasChanged));
+  call.invocation.answer([&](BusWriter& body) { body.boolean(hasChanged); });
 }
 
 void DbusMenu::aboutToShowGroup(const ExportedObject::Call& call) {
@@ -204,7 +194,10 @@ void DbusMenu::aboutToShowGroup(const ExportedObject::Call& call) {
   if (known.empty() && !unknown.empty()) return refuseId(call);
   if (!known.empty()) tellShown();
   if (known.empty() || !update()) known.clear();
-  call.invocation.answer(g_variant_new("(@ai@ai)", idsOf(known), idsOf(unknown)));
+  call.invocation.answer([&](BusWriter& body) {
+    body.int32s(known);
+    body.int32s(unknown);
+  });
 }
 
 void DbusMenu::receive(const MenuEntry& entry, const std::string& event, const char* sender) {

@@ -123,8 +123,9 @@ void DbusMenuLayout::adopt(std::vector<MenuEntry>& fresh, const std::vector<Menu
   for (const auto& [from, to] : pairs) {
     MenuEntry& entry = fresh[to];
     entry.id = old[from].id;
-    if (entry.label != old[from].label || entry.isEnabled != old[from].isEnabled)
-      change.changed.push_back(entry.id);
+    const MenuChange::Entry changed{entry.id, entry.label != old[from].label,
+                                    entry.isEnabled != old[from].isEnabled};
+    if (changed.label || changed.enabled) change.changed.push_back(changed);
     adopt(entry.children, old[from].children, change);
   }
   for (MenuEntry& entry : fresh)

@@ -27,11 +27,17 @@ struct MenuEntry {
   std::function<void()> action;
 };
 
-// What hosts must be told. `changed` holds the ids of entries whose label or enabled state differs;
-// it is empty when the layout has changed, because hosts then read everything again.
+// What hosts must be told. `changed` holds the entries of which something differs; it is empty when
+// the layout has changed, because hosts then read everything again.
 struct MenuChange {
+  struct Entry {
+    int id = 0;
+    bool label = false;
+    bool enabled = false;
+    bool operator==(const Entry&) const = default;
+  };
   bool layout = false;
-  std::vector<int> changed;
+  std::vector<Entry> changed;
   bool operator==(const MenuChange&) const = default;
 };
 

@@ -3,8 +3,6 @@
 #include <array>
 #include <utility>
 
-#include "platform/linux/glib/glib_ptr.h"
-
 namespace kelvane {
 namespace {
 
@@ -27,35 +25,40 @@ std::string keyNameOf(const std::string& key, KeyNames names) {
 }
 
 // aas: one combination, its modifiers first.
-GVariant* shortcutOf(const KeyEquivalent& equivalent, KeyNames names) {
-  GVariantBuilder keys;
-  g_variant_builder_init(&keys, G_VARIANT_TYPE("as"));
-  if (equivalent.command) g_variant_builder_add(&keys, "s", "Control");
-  if (equivalent.option) g_variant_builder_add(&keys, "s", "Alt");
-  g_variant_builder_add(&keys, "s", keyNameOf(equivalent.key, names).c_str());
-  GVariant* combination = g_variant_builder_end(&keys);
-  return g_variant_new_array(G_VARIANT_TYPE("as"), &combination, 1);
+void writeShortcut(BusWriter& value, const KeyEquivalent& equivalent, KeyNames names) {
+  value.array("as", [&] {
+    value.array("s", [&] {
+      if (equivalent.command) value.text("Control");
+      if (equivalent.option) value.text("Alt");
+      value.text(keyNameOf(equivalent.key, names));
+    });
+  });
 }
 
-// A text from outside may be cut in the middle of a character; the bus takes UTF-8 only.
-GVariant* stringOf(const std::string& text) {
-  return g_variant_new_take_string(
-      g_utf8_make_valid(text.data(), static_cast<gssize>(text.size())));
-}
-
+// Calls `use` with name, type and value of each property; a value is written by calling it.
 template <typename Use>
 void forEachProperty(const MenuEntry& entry, KeyNames names, const Use& use) {
-  if (entry.isSeparator) {
-    use("type", [] { return g_variant_new_string("separator"); });
-    return;
-  }
+  if (entry.isSeparator) return use("type", "s", [](BusWriter& value) { value.text("separator"); });
   if (entry.id != DbusMenuLayout::kRootId) {
-    use("label", [&] { return stringOf(entry.label); });
-    use("enabled", [&] { return g_variant_new_boolean(entry.isEnabled); });
+    use("label", "s", [&entry](BusWriter& value) { value.text(entry.label); });
+    use("enabled", "b", [&entry](BusWriter& value) { value.boolean(entry.isEnabled); });
   }
-  if (entry.hasSubmenu) use("children-display", [] { return g_variant_new_string("submenu"); });
+  if (entry.hasSubmenu)
+    use("children-display", "s", [](BusWriter& value) { value.text("submenu"); });
   if (!entry.keyEquivalent.key.empty())
-    use("shortcut", [&] { return shortcutOf(entry.keyEquivalent, names); });
+    use("shortcut", "aas",
+        [&entry, names](BusWriter& value) { writeShortcut(value, entry.keyEquivalent, names); });
+}
+
+// i and a{sv}, without a structure around them.
+void writeIdAndProperties(BusWriter& body, const MenuEntry& entry, const PropertyFilter& filter,
+                          KeyNames names) {
+  body.int32(entry.id);
+  body.array("{sv}", [&] {
+    forEachProperty(entry, names, [&](const char* name, const char* type, const auto& write) {
+      if (filter.empty() || filter.contains(name)) body.property(name, type, [&] { write(body); });
+    });
+  });
 }
 
 }  // namespace
@@ -69,34 +72,49 @@ PropertyFilter propertyFilterOf(GVariant* names) {
   return filter;
 }
 
-GVariant* menuProperties(const MenuEntry& entry, const PropertyFilter& filter, KeyNames names) {
-  GVariantBuilder properties;
-  g_variant_builder_init(&properties, G_VARIANT_TYPE_VARDICT);
-  forEachProperty(entry, names, [&](const char* name, const auto& make) {
-    if (filter.empty() || filter.contains(name))
-      g_variant_builder_add(&properties, "{sv}", name, make());
-  });
-  return g_variant_builder_end(&properties);
+void writeMenuProperties(BusWriter& body, const MenuEntry& entry, const PropertyFilter& filter,
+                         KeyNames names) {
+  body.structure("ia{sv}", [&] { writeIdAndProperties(body, entry, filter, names); });
 }
 
-GVariant* menuProperty(const MenuEntry& entry, const std::string& property, KeyNames names) {
-  GVariant* value = nullptr;
-  forEachProperty(entry, names, [&](const char* name, const auto& make) {
-    if (property == name) value = make();
+BusWrite menuProperty(const MenuEntry& entry, std::string_view property, KeyNames names) {
+  BusWrite found;
+  forEachProperty(entry, names, [&](const char* name, const char* type, const auto& write) {
+    if (property == name)
+      found = [type, write](BusWriter& body) { body.variant(type, [&] { write(body); }); };
   });
-  return value;
+  return found;
 }
 
-GVariant* menuLayout(const MenuEntry& entry, int depth, const PropertyFilter& filter,
-                     KeyNames names) {
-  GVariantBuilder children;
-  g_variant_builder_init(&children, G_VARIANT_TYPE("av"));
-  if (depth != 0)
-    for (const MenuEntry& child : entry.children)
-      g_variant_builder_add(&children, "v",
-                            menuLayout(child, depth < 0 ? depth : depth - 1, filter, names));
-  return g_variant_new("(i@a{sv}@av)", entry.id, menuProperties(entry, filter, names),
-                       g_variant_builder_end(&children));
+void writeMenuLayout(BusWriter& body, const MenuEntry& entry, int depth,
+                     const PropertyFilter& filter, KeyNames names) {
+  constexpr const char* kEntry = "(ia{sv}av)";
+  body.structure("ia{sv}av", [&] {
+    writeIdAndProperties(body, entry, filter, names);
+    body.array("v", [&] {
+      if (depth == 0) return;
+      for (const MenuEntry& child : entry.children)
+        body.variant(kEntry, [&] {
+          writeMenuLayout(body, child, depth < 0 ? depth : depth - 1, filter, names);
+        });
+    });
+  });
+}
+
+void writeMenuChange(BusWriter& body, const MenuChange& change, const DbusMenuLayout& layout) {
+  body.array("(ia{sv})", [&] {
+    for (const MenuChange::Entry& each : change.changed) {
+      const MenuEntry& entry = *layout.find(each.id);
+      body.structure("ia{sv}", [&] {
+        body.int32(each.id);
+        body.array("{sv}", [&] {
+          if (each.label) body.property("label", "s", [&] { body.text(entry.label); });
+          if (each.enabled) body.property("enabled", "b", [&] { body.boolean(entry.isEnabled); });
+        });
+      });
+    }
+  });
+  body.array("(ias)", [] {});
 }
 
 }  // namespace kelvane

@@ -1,11 +1,13 @@
-// Menu entries in the types of com.canonical.dbusmenu. Pure apart from making variants.
+// Menu entries as com.canonical.dbusmenu sends them. Main thread.
 #pragma once
 
 #include <set>
 #include <string>
+#include <string_view>
 
 #include <glib.h>
 
+#include "platform/linux/glib/bus_writer.h"
 #include "platform/linux/tray/dbus_menu_layout.h"
 
 namespace kelvane {
@@ -17,14 +19,18 @@ enum class KeyNames { gtk, qt };
 using PropertyFilter = std::set<std::string, std::less<>>;
 PropertyFilter propertyFilterOf(GVariant* names);  // an "as"
 
-// a{sv}, floating.
-GVariant* menuProperties(const MenuEntry& entry, const PropertyFilter& filter, KeyNames names);
+// (ia{sv}): the entry's id and properties.
+void writeMenuProperties(BusWriter& body, const MenuEntry& entry, const PropertyFilter& filter,
+                         KeyNames names);
 
-// One property, floating; null when the entry has no such property.
-GVariant* menuProperty(const MenuEntry& entry, const std::string& property, KeyNames names);
+// v: one property; empty when the entry, which must outlive it, has no such property.
+BusWrite menuProperty(const MenuEntry& entry, std::string_view property, KeyNames names);
 
-// (ia{sv}av), floating: the entry with its children `depth` levels deep, all of them when negative.
-GVariant* menuLayout(const MenuEntry& entry, int depth, const PropertyFilter& filter,
-                     KeyNames names);
+// (ia{sv}av): the entry with its children `depth` levels deep, all of them when negative.
+void writeMenuLayout(BusWriter& body, const MenuEntry& entry, int depth,
+                     const PropertyFilter& filter, KeyNames names);
+
+// a(ia{sv})a(ias): the new values of what has changed; nothing is taken away.
+void writeMenuChange(BusWriter& body, const MenuChange& change, const DbusMenuLayout& layout);
 
 }  // namespace kelvane

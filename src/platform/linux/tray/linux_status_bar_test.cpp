@@ -316,6 +316,9 @@ TEST_F(LinuxStatusBarTest, GnomeGetsALabelAndAllOthersALeftClick) {
   ASSERT_TRUE(runUntil([&] { return !heard.empty(); }));
   EXPECT_THAT(heard, ElementsAre("XAyatanaNewLabel"));
   EXPECT_EQ(property("XAyatanaLabel"), "''");
+  item->setImage(std::nullopt);
+  ASSERT_TRUE(runUntil([&] { return heard.size() > 1; }));
+  EXPECT_THAT(heard, ElementsAre("XAyatanaNewLabel", "NewIcon"));
   EXPECT_FALSE(call(host.get(), {registered.back(), "/StatusNotifierItem", kItem}, "Activate",
                     g_variant_new("(ii)", 3, 4)));
 

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cstdint>
-#include <span>
 #include <utility>
 
 #include "platform/linux/tray/watcher.h"
@@ -67,35 +66,27 @@ const BusInterface& interfaceFor(bool hasLabel) {
   return *interface;
 }
 
-GVariant* noPixmaps() { return g_variant_new_array(G_VARIANT_TYPE("(iiay)"), nullptr, 0); }
-
-GVariant* pixmapsOf(const std::vector<Bitmap>& sizes) {
-  GVariantBuilder pixmaps;
-  g_variant_builder_init(&pixmaps, G_VARIANT_TYPE("a(iiay)"));
-  for (const Bitmap& bitmap : sizes) {
-    if (bitmap.pixels.empty()) continue;
-    const std::vector<std::uint8_t> argb = straightBigEndianArgb(bitmap);
-    g_variant_builder_add(
-        &pixmaps, "(ii@ay)", bitmap.width, bitmap.height,
-        g_variant_new_fixed_array(G_VARIANT_TYPE_BYTE, argb.data(), argb.size(), 1));
-  }
-  return g_variant_builder_end(&pixmaps);
+void writePixmaps(BusWriter& value, const std::vector<Bitmap>& sizes) {
+  value.array("(iiay)", [&] {
+    for (const Bitmap& bitmap : sizes)
+      if (!bitmap.pixels.empty())
+        value.structure("iiay", [&] {
+          value.int32(bitmap.width);
+          value.int32(bitmap.height);
+          value.bytes(straightBigEndianArgb(bitmap));
+        });
+  });
 }
 
-// g_variant_equal would print both to compare them.
-std::span<const std::uint8_t> bytesOf(GVariant* value) {
-  return {static_cast<const std::uint8_t*>(g_variant_get_data(value)), g_variant_get_size(value)};
+BusWrite writesText(const char* text) {
+  return [text](BusWriter& value) { value.text(text); };
 }
 
 }  // namespace
 
 StatusNotifierItem::StatusNotifierItem(RunLoopQueue& loop, std::string busAddress, DbusMenu& menu,
                                        Events events)
-    : loop_(loop),
-      busAddress_(std::move(busAddress)),
-      menu_(menu),
-      events_(std::move(events)),
-      icon_(sinkVariant(noPixmaps())) {}
+    : loop_(loop), busAddress_(std::move(busAddress)), menu_(menu), events_(std::move(events)) {}
 
 StatusNotifierItem::~StatusNotifierItem() { disconnect(); }
 
@@ -180,14 +171,17 @@ void StatusNotifierItem::callWatcher() {
                });
 }
 
-void StatusNotifierItem::setContent(const Content& content) {
-  GVariantPtr icon = sinkVariant(pixmapsOf(content.icon));
-  const bool isIconNew = !std::ranges::equal(bytesOf(icon.get()), bytesOf(icon_.get()));
-  if (isIconNew) icon_ = std::move(icon);
-  const bool isLabelNew = std::exchange(label_, content.label) != content.label;
-  const bool isToolTipNew = std::exchange(toolTip_, content.toolTip) != content.toolTip;
+void StatusNotifierItem::setContent(Content content) {
+  const Content before = std::exchange(content_, std::move(content));
+  const bool isIconNew = content_.icon != before.icon;
+  const bool isLabelNew = content_.label != before.label;
+  const bool isToolTipNew = content_.toolTip != before.toolTip;
   if (isIconNew) emit("NewIcon");
-  if (isLabelNew && hasLabel_) emit("XAyatanaNewLabel", g_variant_new("(ss)", label_.c_str(), ""));
+  if (isLabelNew && hasLabel_)
+    emit("XAyatanaNewLabel", [this](BusWriter& body) {
+      body.text(content_.label);
+      body.text("");
+    });
   if (isToolTipNew && !(isIconNew && isReadAtOnce_)) emit("NewToolTip");
 }
 
@@ -209,30 +203,33 @@ void StatusNotifierItem::handle(const ExportedObject::Call& call) {
   // A middle click and scrolling mean nothing here.
 }
 
-GVariant* StatusNotifierItem::property(std::string_view name) const {
-  if (name == "Category") return g_variant_new_string("Hardware");
-  if (name == "Id") return g_variant_new_string(kId);
-  if (name == "Title") return g_variant_new_string(kTitle);
-  if (name == "Status") return g_variant_new_string("Active");
-  if (name == "WindowId") return g_variant_new_int32(0);
-  if (name == "IconPixmap") return g_variant_ref(icon_.get());
+BusWrite StatusNotifierItem::property(std::string_view name) const {
+  if (name == "Category") return writesText("Hardware");
+  if (name == "Id") return writesText(kId);
+  if (name == "Title") return writesText(kTitle);
+  if (name == "Status") return writesText("Active");
+  if (name == "WindowId") return [](BusWriter& value) { value.int32(0); };
+  if (name == "IconPixmap") return [this](BusWriter& value) { writePixmaps(value, content_.icon); };
   // Hosts that obey open the menu by themselves on a left click; the others call Activate.
-  if (name == "ItemIsMenu") return g_variant_new_boolean(TRUE);
-  if (name == "Menu") return g_variant_new_object_path(DbusMenu::kPath);
-  if (name == "XAyatanaLabel") return g_variant_new_string(label_.c_str());
-  if (name == "XAyatanaLabelGuide") return g_variant_new_string("");
-  // One host shows nothing but the title, so it has the whole message.
-  if (name == "ToolTip" && toolTip_)
-    return g_variant_new("(s@a(iiay)ss)", "", noPixmaps(), toolTip_->c_str(), "");
+  if (name == "ItemIsMenu") return [](BusWriter& value) { value.boolean(true); };
+  if (name == "Menu") return [](BusWriter& value) { value.objectPath(DbusMenu::kPath); };
+  if (name == "XAyatanaLabel") return writesText(content_.label.c_str());
+  if (name == "XAyatanaLabelGuide") return writesText("");
+  if (name == "ToolTip" && content_.toolTip)
+    return [this](BusWriter& value) {
+      value.structure("sa(iiay)ss", [&] {
+        value.text("");
+        writePixmaps(value, {});
+        // One host shows nothing but the title, so it has the whole message.
+        value.text(*content_.toolTip);
+        value.text("");
+      });
+    };
   return nullptr;
 }
 
-void StatusNotifierItem::emit(const char* signal, GVariant* parameters) const {
-  if (object_ && !isQuiet_) {
-    object_->emit(signal, parameters);
-  } else if (parameters) {
-    g_variant_unref(g_variant_ref_sink(parameters));
-  }
+void StatusNotifierItem::emit(const char* signal, const BusWrite& write) const {
+  if (object_ && !isQuiet_) object_->emit(signal, write);
 }
 
 }  // namespace kelvane

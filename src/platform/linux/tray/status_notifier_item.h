@@ -58,7 +58,7 @@ class StatusNotifierItem {
     std::optional<std::string> toolTip;
   };
   // Hosts are told of what really differs from before.
-  void setContent(const Content& content);
+  void setContent(Content content);
 
  private:
   void stateChanged();
@@ -66,8 +66,8 @@ class StatusNotifierItem {
   void retryLater(double seconds, void (StatusNotifierItem::*what)());
   void callWatcher();
   void handle(const ExportedObject::Call& call);
-  GVariant* property(std::string_view name) const;
-  void emit(const char* signal, GVariant* parameters = nullptr) const;
+  BusWrite property(std::string_view name) const;
+  void emit(const char* signal, const BusWrite& write = nullptr) const;
 
   RunLoopQueue& loop_;
   std::string busAddress_;
@@ -86,9 +86,7 @@ class StatusNotifierItem {
   bool isReadAtOnce_ = false;  // all of it, for each signal
   bool isQuiet_ = false;       // nobody has read what changes
 
-  GVariantPtr icon_;  // a(iiay), kept until the picture changes
-  std::string label_;
-  std::optional<std::string> toolTip_;
+  Content content_;
 };
 
 }  // namespace kelvane

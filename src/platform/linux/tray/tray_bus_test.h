@@ -61,7 +61,7 @@ class PrivateBusTest : public testing::Test {
                                    if (value) return call.invocation.answer(value);
                                    call.invocation.refuse(kFailed, "No");
                                  },
-                                 [](std::string_view) -> GVariant* { return nullptr; }});
+                                 nullptr});
     own(service->connection.get(), name);
     return service;
   }

@@ -88,7 +88,7 @@ UPowerDevice deviceAt(BusProbe& bus, const char* path, std::string* name, bool& 
   isAnswering = reply != nullptr;
   if (!reply) return device;
   const GVariantPtr properties(g_variant_get_child_value(reply.get(), 0));
-  applyProperties(device, properties.get());
+  applyProperties(device, scalarsOf(properties.get()));
   if (name)
     *name = textOf(
         GVariantPtr(g_variant_lookup_value(properties.get(), "NativePath", G_VARIANT_TYPE_STRING)));
