@@ -1,14 +1,13 @@
-// What every platform's preferences share, on the in-memory ones.
 #include "platform/memory/memory_preferences.h"
 
 #include <atomic>
-#include <functional>
+#include <memory>
 #include <string>
 #include <thread>
+#include <utility>
 #include <vector>
 
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
+#include "platform/portable/preferences_contract_test.h"
 
 namespace kelvane {
 namespace {
@@ -16,124 +15,39 @@ namespace {
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
-std::string describe(const std::optional<PropertyValue>& value) {
-  return value ? value->string().value_or("?") : "-";
-}
-
-class PreferencesTableTest : public ::testing::Test {
- protected:
-  // Notes each notice as "who: old>new", a prior one with "before".
-  Preferences::Observer note(const std::string& who) {
-    return [this, who](const PreferenceChange& change) {
-      seen.push_back(who + (change.isPrior ? ": before " : ": ") + describe(change.oldValue) + ">" +
-                     describe(change.newValue));
-    };
+struct MemoryStore : PreferencesStore {
+  Preferences& preferences() override { return own; }
+  std::optional<PropertyValue> stored(const std::string& key) override {
+    const auto found = own.stored().find(key);
+    return found == own.stored().end() ? std::nullopt : std::optional(found->second);
   }
-  PreferenceObserverId observe(const std::string& who, PreferenceObserverOptions options = {}) {
-    return preferences.addObserver("key", options, note(who));
+  void changeElsewhere(const std::string& key, std::optional<PropertyValue> value) override {
+    own.changeElsewhere(key, std::move(value));
   }
-  std::vector<std::string> take() { return std::exchange(seen, {}); }
-
-  MemoryPreferences preferences;
-  std::vector<std::string> seen;
+  MemoryPreferences own;
 };
+INSTANTIATE_TEST_SUITE_P(Memory, PreferencesContract,
+                         ::testing::Values([]() -> std::unique_ptr<PreferencesStore> {
+                           return std::make_unique<MemoryStore>();
+                         }));
 
-TEST_F(PreferencesTableTest, DefaultsServeWhileNothingIsStoredAndAreNotStored) {
-  preferences.registerDefaults({{"key", "default"}, {"other", 1}});
-  preferences.registerDefaults({{"key", "newer"}});
-  EXPECT_EQ(preferences.object("key"), PropertyValue("newer"));
-  EXPECT_EQ(preferences.object("other"), PropertyValue(1));
-  EXPECT_THAT(preferences.stored(), IsEmpty());
-  preferences.setObject("key", "stored");
-  EXPECT_EQ(preferences.object("key"), PropertyValue("stored"));
-  preferences.removeObject("key");
-  EXPECT_EQ(preferences.object("key"), PropertyValue("newer"));
-  EXPECT_EQ(preferences.object("absent"), std::nullopt);
-}
-
-TEST_F(PreferencesTableTest, TellsOldAndNewInTheOrderOfRegistration) {
-  preferences.setObject("key", "a");
-  observe("plain");
-  observe("initial", {.initial = true});
-  observe("prior", {.prior = true});
-  EXPECT_THAT(take(), ElementsAre("initial: ->a"));
-  preferences.setObject("key", "b");
-  EXPECT_THAT(take(), ElementsAre("prior: before a>-", "plain: a>b", "initial: a>b", "prior: a>b"));
-  preferences.removeObject("key");
-  EXPECT_THAT(take(), ElementsAre("prior: before b>-", "plain: b>-", "initial: b>-", "prior: b>-"));
-}
-
-TEST_F(PreferencesTableTest, AnEqualValueTellsNobodyButAnExplicitDefaultIsStored) {
+TEST(MemoryPreferences, ADefaultThatIsStoredIsNews) {
+  MemoryPreferences preferences;
   preferences.registerDefaults({{"key", "default"}});
-  observe("a", {.prior = true});
-  preferences.removeObject("key");
-  EXPECT_THAT(take(), IsEmpty());
-  preferences.setObject("key", "default");
-  EXPECT_THAT(take(), ElementsAre("a: before ->-", "a: ->default"));
-  EXPECT_EQ(preferences.stored(), (PropertyDictionary{{"key", "default"}}));
-  preferences.setObject("key", "default");
-  preferences.setObject("other", "unheard");
-  EXPECT_THAT(take(), IsEmpty());
-}
-
-TEST_F(PreferencesTableTest, PriorNoticesComeWhileTheOldValueIsStillRead) {
-  preferences.setObject("key", "old");
-  std::vector<std::string> read;
-  const auto id = preferences.addObserver("key", {.prior = true}, [&](const PreferenceChange&) {
-    read.push_back(describe(preferences.object("key")));
-  });
-  preferences.setObject("key", "new");
-  EXPECT_THAT(read, ElementsAre("old", "new"));
-  preferences.removeObserver(id);
-}
-
-TEST_F(PreferencesTableTest, ObserversComeAndGoInsideACallback) {
-  PreferenceObserverId victim = 0, self = 0;
-  self = preferences.addObserver("key", {}, [&](const PreferenceChange& change) {
-    note("self")(change);
-    preferences.removeObserver(self);
-    preferences.removeObserver(victim);
-    observe("added");
-  });
-  victim = observe("victim");
-  preferences.setObject("key", "a");
-  EXPECT_THAT(take(), ElementsAre("self: ->a"));
-  preferences.setObject("key", "b");
-  EXPECT_THAT(take(), ElementsAre("added: a>b"));
-}
-
-TEST_F(PreferencesTableTest, AnObserverAddedBeforeAChangeIsMadeHearsOfIt) {
-  const auto adder = preferences.addObserver("key", {.prior = true}, [&](const auto& change) {
-    if (change.isPrior) observe("added", {.initial = true});
-  });
-  preferences.setObject("key", "a");
-  EXPECT_THAT(take(), ElementsAre("added: ->-", "added: ->a"));
-  preferences.removeObserver(adder);
-}
-
-TEST_F(PreferencesTableTest, AChangeInsideACallbackIsToldInFull) {
+  std::vector<std::string> seen;
   const auto id = preferences.addObserver("key", {}, [&](const PreferenceChange& change) {
-    if (change.newValue == PropertyValue("a")) preferences.setObject("key", "b");
+    seen.push_back((change.oldValue ? "old " : "none ") + change.newValue->string().value_or("?"));
   });
-  observe("second");
-  preferences.setObject("key", "a");
-  EXPECT_THAT(take(), ElementsAre("second: a>b", "second: ->a"));
-  EXPECT_EQ(preferences.object("key"), PropertyValue("b"));
+  preferences.removeObject("key");
+  EXPECT_THAT(seen, IsEmpty());
+  preferences.setObject("key", "default");
+  preferences.setObject("key", "default");
+  EXPECT_THAT(seen, ElementsAre("none default"));
   preferences.removeObserver(id);
 }
 
-TEST_F(PreferencesTableTest, AnotherProcessIsToldLikeAChangeOfOurs) {
-  preferences.setObject("key", "ours");
-  observe("a", {.prior = true});
-  preferences.changeElsewhere("key", PropertyValue("theirs"));
-  EXPECT_THAT(take(), ElementsAre("a: before ours>-", "a: ours>theirs"));
-  preferences.changeElsewhere("key", PropertyValue("theirs"));
-  EXPECT_THAT(take(), IsEmpty());
-  preferences.changeElsewhere("key", std::nullopt);
-  EXPECT_THAT(take(), ElementsAre("a: before theirs>-", "a: theirs>-"));
-}
-
-TEST_F(PreferencesTableTest, IsSafeFromSeveralThreads) {
+TEST(MemoryPreferences, IsSafeFromSeveralThreads) {
+  MemoryPreferences preferences;
   std::atomic<int> calls{0};
   const auto work = [&](const std::string& key) {
     for (int i = 0; i < 500; ++i) {
