@@ -1,9 +1,9 @@
 // The body of a message, written part by part: for what is sent often, or is nested deeply. Main
 // thread; a writer lives no longer than its message.
 //
-// Types are written as D-Bus does (its specification, "Type System"). Texts from outside may be cut
-// in the middle of a character, and the bus takes UTF-8 only, so what is none is replaced. A part
-// that can't be written spoils the message, which is then not sent.
+// Types are written as in D-Bus's signatures. Texts from outside may be cut in the middle of a
+// character, and the bus takes UTF-8 only, so what is none is replaced. A part that can't be
+// written spoils the message, which is then not sent.
 #pragma once
 
 #include <cstdint>

@@ -88,13 +88,12 @@ BusWrite menuProperty(const MenuEntry& entry, std::string_view property, KeyName
 
 void writeMenuLayout(BusWriter& body, const MenuEntry& entry, int depth,
                      const PropertyFilter& filter, KeyNames names) {
-  constexpr const char* kEntry = "(ia{sv}av)";
   body.structure("ia{sv}av", [&] {
     writeIdAndProperties(body, entry, filter, names);
     body.array("v", [&] {
       if (depth == 0) return;
       for (const MenuEntry& child : entry.children)
-        body.variant(kEntry, [&] {
+        body.variant("(ia{sv}av)", [&] {
           writeMenuLayout(body, child, depth < 0 ? depth : depth - 1, filter, names);
         });
     });
