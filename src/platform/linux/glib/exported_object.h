@@ -47,7 +47,7 @@ class ExportedObject {
   };
   struct Handlers {
     std::function<void(const Call&)> call;
-    // What writes a value of the property's type; empty for one that is not there now.
+    // What writes a value of the property's type, called at once; empty for one that is not there.
     std::function<BusWrite(std::string_view property)> property;
   };
 
