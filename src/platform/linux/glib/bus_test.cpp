@@ -99,13 +99,16 @@ TEST_F(BusTest, WhatCantBeWrittenIsNotSent) {
   });
   say([](BusWriter& body) { body.structure("i", [&] { body.text("no number"); }); });
   say([](BusWriter& body) { body.array("s", [&] { body.variant("i", [&] { body.int32(1); }); }); });
-  say([](BusWriter& body) { body.text("gr\u00fcn \xff"); });
+  say([](BusWriter& body) {
+    body.text("gr\u00fcn \xff");
+    body.text(std::string("a\0b", 3));
+  });
   say([](BusWriter& body) {
     body.structure("ai", [&] { body.int32s({1, -2}); });
     body.parts(sinkVariant(g_variant_new_parsed("(true, <'x'>)")).get());
   });
   EXPECT_TRUE(runUntil([&] { return heard.size() >= 2; }));
-  EXPECT_THAT(heard, ElementsAre("('gr\u00fcn \ufffd',)", "(([1, -2],), true, <'x'>)"));
+  EXPECT_THAT(heard, ElementsAre("('gr\u00fcn \ufffd', 'a\ufffdb')", "(([1, -2],), true, <'x'>)"));
 }
 
 TEST_F(BusTest, ANamedSenderIsItsOwnerAndNobodyElse) {

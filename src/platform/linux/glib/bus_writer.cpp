@@ -7,13 +7,11 @@
 
 namespace kelvane {
 
-void BusWriter::text(const char* text) {
-  if (g_utf8_validate(text, -1, nullptr)) return basic('s', text);
-  const GCharPtr valid(g_utf8_make_valid(text, -1));
-  basic('s', valid.get());
-}
+void BusWriter::text(const char* text) { valid(text, -1); }
 
-void BusWriter::text(const std::string& text) { this->text(text.c_str()); }
+void BusWriter::text(const std::string& text) {
+  valid(text.c_str(), static_cast<std::ptrdiff_t>(text.size()));
+}
 
 void BusWriter::objectPath(const char* path) { basic('o', path); }
 
@@ -36,6 +34,13 @@ void BusWriter::bytes(std::span<const std::uint8_t> bytes) {
 
 void BusWriter::parts(GVariant* tuple) {
   if (isGood_) isGood_ = appendTuple(message_, tuple);
+}
+
+// A text on the bus has no NUL in it; GLib's check counts one among the bytes as a fault.
+void BusWriter::valid(const char* text, std::ptrdiff_t bytes) {
+  if (g_utf8_validate(text, bytes, nullptr)) return basic('s', text);
+  const GCharPtr replaced(g_utf8_make_valid(text, bytes));
+  basic('s', replaced.get());
 }
 
 void BusWriter::open(char kind, const char* contents) {

@@ -6,6 +6,7 @@
 // written spoils the message, which is then not sent.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <span>
@@ -69,6 +70,7 @@ class BusWriter {
   }
   void open(char kind, const char* contents);
   void close();
+  void valid(const char* text, std::ptrdiff_t bytes);
   void basic(char type, const void* value);
   void array(char element, const void* values, std::size_t bytes);
 

@@ -234,7 +234,7 @@ void LinuxStatusItem::renderContent() {
     std::string text = forOthers(hoverViews_.back().text());
     content.toolTip = surroundings_.profile.readsMarkupInToolTip ? withoutMarkup(text) : text;
   }
-  item_.setContent(std::move(content));
+  item_.setContent(content);
 }
 
 Bitmap LinuxStatusItem::rendered(const Slot& slot) const {

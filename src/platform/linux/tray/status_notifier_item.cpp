@@ -66,18 +66,6 @@ const BusInterface& interfaceFor(bool hasLabel) {
   return *interface;
 }
 
-void writePixmaps(BusWriter& value, const std::vector<Bitmap>& sizes) {
-  value.array("(iiay)", [&] {
-    for (const Bitmap& bitmap : sizes)
-      if (!bitmap.pixels.empty())
-        value.structure("iiay", [&] {
-          value.int32(bitmap.width);
-          value.int32(bitmap.height);
-          value.bytes(straightBigEndianArgb(bitmap));
-        });
-  });
-}
-
 BusWrite writesText(const char* text) {
   return [text](BusWriter& value) { value.text(text); };
 }
@@ -171,15 +159,36 @@ void StatusNotifierItem::callWatcher() {
                });
 }
 
-void StatusNotifierItem::setContent(Content content) {
-  const Content before = std::exchange(content_, std::move(content));
-  const bool isIconNew = content_.icon != before.icon;
-  const bool isLabelNew = content_.label != before.label;
-  const bool isToolTipNew = content_.toolTip != before.toolTip;
+std::vector<StatusNotifierItem::Pixmap> StatusNotifierItem::pixmapsOf(
+    const std::vector<Bitmap>& sizes) {
+  std::vector<Pixmap> pixmaps;
+  for (const Bitmap& each : sizes)
+    if (!each.pixels.empty())
+      pixmaps.push_back({each.width, each.height, straightBigEndianArgb(each)});
+  return pixmaps;
+}
+
+void StatusNotifierItem::writePixmaps(BusWriter& value, const std::vector<Pixmap>& pixmaps) {
+  value.array("(iiay)", [&] {
+    for (const Pixmap& each : pixmaps)
+      value.structure("iiay", [&] {
+        value.int32(each.width);
+        value.int32(each.height);
+        value.bytes(each.argb);
+      });
+  });
+}
+
+void StatusNotifierItem::setContent(const Content& content) {
+  std::vector<Pixmap> icon = pixmapsOf(content.icon);
+  const bool isIconNew = icon != icon_;
+  icon_ = std::move(icon);
+  const bool isLabelNew = std::exchange(label_, content.label) != content.label;
+  const bool isToolTipNew = std::exchange(toolTip_, content.toolTip) != content.toolTip;
   if (isIconNew) emit("NewIcon");
   if (isLabelNew && hasLabel_)
     emit("XAyatanaNewLabel", [this](BusWriter& body) {
-      body.text(content_.label);
+      body.text(label_);
       body.text("");
     });
   if (isToolTipNew && !(isIconNew && isReadAtOnce_)) emit("NewToolTip");
@@ -209,19 +218,19 @@ BusWrite StatusNotifierItem::property(std::string_view name) const {
   if (name == "Title") return writesText(kTitle);
   if (name == "Status") return writesText("Active");
   if (name == "WindowId") return [](BusWriter& value) { value.int32(0); };
-  if (name == "IconPixmap") return [this](BusWriter& value) { writePixmaps(value, content_.icon); };
+  if (name == "IconPixmap") return [this](BusWriter& value) { writePixmaps(value, icon_); };
   // Hosts that obey open the menu by themselves on a left click; the others call Activate.
   if (name == "ItemIsMenu") return [](BusWriter& value) { value.boolean(true); };
   if (name == "Menu") return [](BusWriter& value) { value.objectPath(DbusMenu::kPath); };
-  if (name == "XAyatanaLabel") return writesText(content_.label.c_str());
+  if (name == "XAyatanaLabel") return writesText(label_.c_str());
   if (name == "XAyatanaLabelGuide") return writesText("");
-  if (name == "ToolTip" && content_.toolTip)
+  if (name == "ToolTip" && toolTip_)
     return [this](BusWriter& value) {
       value.structure("sa(iiay)ss", [&] {
         value.text("");
         writePixmaps(value, {});
         // One host shows nothing but the title, so it has the whole message.
-        value.text(*content_.toolTip);
+        value.text(*toolTip_);
         value.text("");
       });
     };

@@ -5,6 +5,7 @@
 // to own first.
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -58,7 +59,7 @@ class StatusNotifierItem {
     std::optional<std::string> toolTip;
   };
   // Hosts are told of what really differs from before.
-  void setContent(Content content);
+  void setContent(const Content& content);
 
  private:
   void stateChanged();
@@ -86,7 +87,19 @@ class StatusNotifierItem {
   bool isReadAtOnce_ = false;  // all of it, for each signal
   bool isQuiet_ = false;       // nobody has read what changes
 
-  Content content_;
+  // A picture as the bus carries it; made once, however often it is read.
+  struct Pixmap {
+    int width = 0;
+    int height = 0;
+    std::vector<std::uint8_t> argb;
+    bool operator==(const Pixmap&) const = default;
+  };
+  static std::vector<Pixmap> pixmapsOf(const std::vector<Bitmap>& sizes);
+  static void writePixmaps(BusWriter& value, const std::vector<Pixmap>& pixmaps);
+
+  std::vector<Pixmap> icon_;
+  std::string label_;
+  std::optional<std::string> toolTip_;
 };
 
 }  // namespace kelvane
