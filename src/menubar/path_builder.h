@@ -30,7 +30,8 @@ class PathBuilder {
   // The area between a rounded rectangle and the same one moved inwards by `thickness`.
   PathBuilder& roundedFrame(const Rect& outer, double radius, double thickness);
 
-  std::vector<PathStep> steps() const { return steps_; }
+  const std::vector<PathStep>& steps() const& { return steps_; }
+  std::vector<PathStep> steps() && { return std::move(steps_); }
 
  private:
   std::vector<PathStep> steps_;

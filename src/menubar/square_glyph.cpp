@@ -40,8 +40,9 @@ class PixelSquare {
             pixels.height / scale_};
   }
 
-  void draw(const char* name, const PathBuilder& path, double opacity = 1) const {
-    const Picture picture{name, {side_, side_}, {{path.steps(), 1, {}}}, true};
+  void draw(const char* name, PathBuilder path, double opacity = 1) const {
+    Picture picture{name, {side_, side_}, {}, true};
+    picture.layers.push_back({std::move(path).steps(), 1, {}});
     canvas_.drawPicture(picture, inPoints({0, 0, side_, side_}), opacity);
   }
   Canvas& canvas() const { return canvas_; }

@@ -26,7 +26,8 @@ PathBuilder Gauge::charge(double level) const {
   Rect box = inside();
   box.width = level > 0 ? std::clamp(box.width * level, 1.0, box.width) : 0;
   PathBuilder path;
-  return path.roundedRect(box, PathBuilder::all(std::min({line / 2, box.width / 2, gap})));
+  path.roundedRect(box, PathBuilder::all(std::min({line / 2, box.width / 2, gap})));
+  return path;
 }
 
 PathBuilder plugOutline(const Rect& rect, double line) {
@@ -56,10 +57,11 @@ PathBuilder percentOutline(const Rect& rect) {
   }
   // From below the one to above the other.
   const double inset = 0.1 * rect.width;
-  return path.polygon({{rect.x + inset, rect.y},
-                       {rect.x + inset + 1.3 * line, rect.y},
-                       {right - inset, top},
-                       {right - inset - 1.3 * line, top}});
+  path.polygon({{rect.x + inset, rect.y},
+                {rect.x + inset + 1.3 * line, rect.y},
+                {right - inset, top},
+                {right - inset - 1.3 * line, top}});
+  return path;
 }
 
 }  // namespace kelvane

@@ -2,7 +2,10 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstring>
 #include <utility>
+
+#include <arpa/inet.h>
 
 #include "platform/linux/drawing/bitmap_canvas.h"
 #include "platform/linux/drawing/linux_graphics.h"
@@ -39,7 +42,14 @@ Bitmap renderImage(FontFaces& faces, const Image& image, double scale,
   if (image.draw) image.draw(canvas, {0, 0, image.size.width, image.size.height});
   if (!image.isTemplate || !foreground) return bitmap;
   const std::uint32_t color = premultiplied(*foreground, foreground->alpha);
-  for (std::uint32_t& pixel : bitmap.pixels) pixel = faded(color, pixel >> 24);
+  std::uint32_t alpha = 0, colored = 0;  // of the pixel before, which the next one mostly is like
+  for (std::uint32_t& pixel : bitmap.pixels) {
+    if (pixel >> 24 != alpha) {
+      alpha = pixel >> 24;
+      colored = faded(color, alpha);
+    }
+    pixel = colored;
+  }
   return bitmap;
 }
 
@@ -77,19 +87,15 @@ void moveUp(Bitmap& bitmap, int rows) {
 
 std::vector<std::uint8_t> straightBigEndianArgb(const Bitmap& bitmap) {
   std::vector<std::uint8_t> bytes(bitmap.pixels.size() * 4);
-  auto next = bytes.begin();
+  std::uint8_t* next = bytes.data();
+  std::uint32_t before = 0, bigEndian = 0;  // of the pixel before
   for (const std::uint32_t pixel : bitmap.pixels) {
-    const std::uint32_t alpha = pixel >> 24;
-    if (alpha == 0) {
-      next += 4;
-      continue;
+    if (pixel != before) {
+      before = pixel;
+      bigEndian = htonl(straight(pixel));
     }
-    *next++ = static_cast<std::uint8_t>(alpha);
-    for (const int shift : {16, 8, 0}) {
-      const std::uint32_t value = pixel >> shift & 0xFF;
-      const std::uint32_t straight = (value * 255 + alpha / 2) / alpha;
-      *next++ = static_cast<std::uint8_t>(std::min<std::uint32_t>(255, straight));
-    }
+    std::memcpy(next, &bigEndian, sizeof bigEndian);
+    next += sizeof bigEndian;
   }
   return bytes;
 }

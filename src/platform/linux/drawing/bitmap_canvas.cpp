@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cmath>
 
-#include "platform/linux/drawing/glyph_outline.h"
 #include "platform/linux/drawing/pixels.h"
 
 namespace kelvane {
@@ -76,11 +75,10 @@ void BitmapCanvas::drawLine(const TextLine& line, const Point& start,
                             const std::optional<Color>& color) {
   Shape shape;
   for (const PlacedGlyph& placed : line.glyphs) {
-    if (!loadOutline(placed.glyph)) continue;
     Placement place = placement({start.x + placed.x, start.y});
     place.unit.width *= placed.size / placed.glyph.face->units_per_EM;
     place.unit.height = place.unit.width;
-    shape.add(placed.glyph.face->glyph->outline, place);
+    shape.add(*placed.glyph.outline, place);
   }
   fill(shape, FillRule::winding, color.value_or(foreground_), 1);
 }
@@ -100,7 +98,10 @@ void BitmapCanvas::fill(Shape& shape, FillRule rule, const Color& color, double 
     const std::uint32_t source = faded(whole, span.coverage);
     std::uint32_t* row = &bitmap_.pixels[static_cast<std::size_t>(bitmap_.height - 1 - span.row) *
                                          static_cast<std::size_t>(bitmap_.width)];
-    for (int x = span.start; x < span.start + span.length; ++x) row[x] = compose(source, row[x]);
+    if (compose == over && source >> 24 == 255)
+      std::fill_n(row + span.start, span.length, source);
+    else
+      for (int x = span.start; x < span.start + span.length; ++x) row[x] = compose(source, row[x]);
   };
   shape.rasterise(faces_.library(), rule, {left_, right_, bitmap_.height}, paint);
 }

@@ -2,16 +2,17 @@
 
 #include <algorithm>
 #include <array>
+#include <deque>
 #include <map>
 #include <utility>
 
 #include <freetype/freetype.h>
 #include <freetype/ftbbox.h>
 #include <freetype/ftmm.h>
+#include <freetype/ftoutln.h>
 #include <ft2build.h>
 
 #include "platform/linux/drawing/font_match.h"
-#include "platform/linux/drawing/glyph_outline.h"
 
 namespace kelvane {
 namespace {
@@ -62,20 +63,6 @@ void setWeightAxis(FT_Library library, FT_Face face, FontWeight weight) {
   FT_Done_MM_Var(library, axes);
 }
 
-FaceGlyph measured(FT_Face face, FT_UInt index) {
-  FaceGlyph glyph{face, index};
-  if (!loadOutline(glyph)) return glyph;
-  glyph.hasOutline = true;
-  glyph.advance = static_cast<double>(face->glyph->advance.x);
-  FT_Outline& outline = face->glyph->outline;
-  FT_BBox box{};
-  if (outline.n_points == 0 || FT_Outline_Get_BBox(&outline, &box) != 0) return glyph;
-  const auto units = [](FT_Pos position) { return static_cast<double>(position); };
-  glyph.ink = {units(box.xMin), units(box.yMin), units(box.xMax - box.xMin),
-               units(box.yMax - box.yMin)};
-  return glyph;
-}
-
 }  // namespace
 
 std::optional<StandIn> standInFor(char32_t character) {
@@ -93,6 +80,7 @@ struct FontFaces::State {
   std::map<FontWeight, OpenFace> textFaces;
   std::map<FontWeight, std::vector<OpenFace>> furtherFaces;
   std::map<Key, std::vector<FaceGlyph>> glyphs;
+  std::deque<FT_Outline> outlines;  // of the glyphs, which point at them
   std::map<char32_t, bool> coverage;
   FontMatcher matcher;
   int scopes = 0;  // of `Questions`
@@ -111,6 +99,8 @@ struct FontFaces::State {
     textFaces.clear();
     furtherFaces.clear();
     glyphs.clear();
+    for (FT_Outline& outline : outlines) FT_Outline_Done(library, &outline);
+    outlines.clear();
     coverage.clear();
   }
 
@@ -144,6 +134,26 @@ struct FontFaces::State {
     const auto known = textFaces.find(weight);
     if (known != textFaces.end()) return known->second.face;
     return textFaces.emplace(weight, open(match(weight, std::nullopt), weight)).first->second.face;
+  }
+
+  FaceGlyph measured(FT_Face face, FT_UInt index) {
+    FaceGlyph glyph{face, index};
+    if (FT_Load_Glyph(face, index, FT_LOAD_NO_SCALE | FT_LOAD_NO_HINTING) != 0 ||
+        face->glyph->format != FT_GLYPH_FORMAT_OUTLINE)
+      return glyph;
+    FT_Outline& loaded = face->glyph->outline;  // until the face loads another one
+    FT_Outline kept{};
+    if (FT_Outline_New(library, static_cast<FT_UInt>(loaded.n_points), loaded.n_contours, &kept))
+      return glyph;
+    FT_Outline_Copy(&loaded, &kept);
+    glyph.outline = &outlines.emplace_back(kept);
+    glyph.advance = static_cast<double>(face->glyph->advance.x);
+    FT_BBox box{};
+    if (kept.n_points == 0 || FT_Outline_Get_BBox(&kept, &box) != 0) return glyph;
+    const auto units = [](FT_Pos position) { return static_cast<double>(position); };
+    glyph.ink = {units(box.xMin), units(box.yMin), units(box.xMax - box.xMin),
+                 units(box.yMax - box.yMin)};
+    return glyph;
   }
 
   // The glyph in the faces that are open already.

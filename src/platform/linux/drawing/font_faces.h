@@ -18,18 +18,20 @@
 
 using FT_Face = struct FT_FaceRec_*;
 using FT_Library = struct FT_LibraryRec_*;
+using FT_Outline = struct FT_Outline_;
 
 namespace kelvane {
 
-// A glyph of a face, to be drawn at `scale` times the text's size. The face belongs to `FontFaces`
-// and lives until its family changes.
+// A glyph of a face, to be drawn at `scale` times the text's size. Face and outline belong to
+// `FontFaces` and live until its family changes.
 struct FaceGlyph {
   FT_Face face = nullptr;
   unsigned index = 0;
   double scale = 1;
   double bearing = 0;  // room after the glyph, as a part of the text's size
-  // Measured once, in the font's own units: shrinking to fit asks again and again.
-  bool hasOutline = false;
+  // Loaded and measured once, in the font's own units: shrinking to fit asks again and again, and
+  // every redraw draws the same ten digits.
+  const FT_Outline* outline = nullptr;  // unhinted; null when the font has none for it
   double advance = 0;
   Rect ink;  // empty without any
 };

@@ -29,9 +29,20 @@ inline std::uint32_t faded(std::uint32_t pixel, std::uint32_t part) {
   return two(pixel & kTwo) | two(pixel >> 8 & kTwo) << 8;
 }
 
+// Not premultiplied any more.
+inline std::uint32_t straight(std::uint32_t pixel) {
+  const std::uint32_t alpha = pixel >> 24;
+  if (alpha == 0) return 0;
+  const auto channel = [=](int shift) {
+    const std::uint32_t value = pixel >> shift & 0xFF;
+    return std::min(255U, (value * 255 + alpha / 2) / alpha) << shift;
+  };
+  return alpha << 24 | channel(16) | channel(8) | channel(0);
+}
+
 // Of premultiplied pixels no channel of these sums exceeds 255.
 inline std::uint32_t over(std::uint32_t top, std::uint32_t bottom) {
-  return top + faded(bottom, 255 - (top >> 24));
+  return bottom == 0 ? top : top + faded(bottom, 255 - (top >> 24));
 }
 
 // `top` only where `bottom` is, whose alpha stays.

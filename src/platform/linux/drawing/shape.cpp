@@ -13,12 +13,21 @@ constexpr double kFarthest = 100'000;        // pixels; farther ones overflow it
 constexpr int kOn = FT_CURVE_TAG_ON;
 constexpr int kCubic = FT_CURVE_TAG_CUBIC;
 
-// FreeType counts in parts of 64.
-FT_Pos fixed(double pixels) { return std::lround(std::clamp(pixels, -kFarthest, kFarthest) * 64); }
+// FreeType counts in parts of 64. Rounded by hand: a call per coordinate costs more than the sum.
+FT_Pos fixed(double pixels) {
+  const double parts = std::clamp(pixels, -kFarthest, kFarthest) * 64;
+  return static_cast<FT_Pos>(parts < 0 ? parts - 0.5 : parts + 0.5);
+}
 
 }  // namespace
 
-bool Shape::hasRoomFor(std::size_t points) const { return points_.size() + points <= kMostPoints; }
+bool Shape::makeRoomFor(std::size_t points) {
+  const std::size_t all = points_.size() + points;
+  if (all > kMostPoints) return false;
+  if (all > points_.capacity()) points_.reserve(std::max(all, 2 * points_.capacity()));
+  if (all > tags_.capacity()) tags_.reserve(std::max(all, 2 * tags_.capacity()));
+  return true;
+}
 
 void Shape::addPoint(const Point& pixel, int tag) {
   points_.push_back({fixed(pixel.x), fixed(pixel.y)});
@@ -32,7 +41,7 @@ void Shape::endContour() {
 }
 
 void Shape::add(const std::vector<PathStep>& path, const Placement& placement) {
-  if (!hasRoomFor(4 * path.size())) return;
+  if (!makeRoomFor(4 * path.size())) return;
   const auto at = [&](const Point& point) { return placement(point.x, point.y); };
   Point start;
   bool isOpen = false;
@@ -59,7 +68,7 @@ void Shape::add(const std::vector<PathStep>& path, const Placement& placement) {
 
 void Shape::add(const FT_Outline& outline, const Placement& placement) {
   const auto points = static_cast<std::size_t>(outline.n_points);
-  if (!hasRoomFor(points)) return;
+  if (!makeRoomFor(points)) return;
   const std::size_t first = points_.size();
   for (std::size_t i = 0; i < points; ++i)
     addPoint(placement(static_cast<double>(outline.points[i].x),

@@ -58,7 +58,8 @@ class Shape {
   using Tag = std::remove_pointer_t<decltype(FT_Outline::tags)>;
   using Index = std::remove_pointer_t<decltype(FT_Outline::contours)>;
 
-  bool hasRoomFor(std::size_t points) const;
+  // False when that would be more points than FreeType can count.
+  bool makeRoomFor(std::size_t points);
   void addPoint(const Point& pixel, int tag);
   void endContour();
 

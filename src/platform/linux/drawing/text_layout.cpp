@@ -14,10 +14,11 @@ namespace kelvane {
 TextLine layOutLine(FontFaces& faces, std::string_view text, const TextStyle& style) {
   TextLine line;
   if (!(style.size > 0) || !std::isfinite(style.size)) return line;
+  line.glyphs.reserve(text.size());
   for (const char32_t character : decodeUtf8(text)) {
     const std::vector<FaceGlyph>& glyphs = faces.glyphs(character, style.weight);
     for (const FaceGlyph& glyph : glyphs) {
-      if (!glyph.hasOutline) continue;
+      if (!glyph.outline) continue;
       const double size = style.size * glyph.scale;
       line.glyphs.push_back({glyph, size, line.advance});
       line.advance += glyph.advance * size / glyph.face->units_per_EM + glyph.bearing * style.size;
