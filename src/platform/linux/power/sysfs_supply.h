@@ -2,9 +2,9 @@
 // attribute. Names, units and words are those of the kernel's
 // Documentation/ABI/testing/sysfs-class-power and Documentation/power/power_supply_class.rst.
 //
-// Any thread; nothing is kept between two readings. Every figure is optional: a file that is
-// missing, unreadable, no regular file, empty, longer than a page, not of the stated form, or out
-// of any plausible range is an absent figure and nothing more.
+// Any thread. Every figure is optional: a file that is missing, unreadable, no regular file, empty,
+// longer than a page, not of the stated form, or out of any plausible range is an absent figure and
+// nothing more.
 #pragma once
 
 #include <cstdint>
@@ -59,12 +59,6 @@ enum class SupplyFields {
                // where one of them is unknown, the energies, with a voltage to convert them
   all,
 };
-
-// Every supply of a tree, by name; empty when the folder can't be read. Never blocks on what it
-// finds there (a FIFO, a device, a file without end).
-std::vector<Supply> readSupplies(const std::string& directory, SupplyFields fields);
-// Reads what is missing of `supplies`, of which less was read; the state stays.
-void addFigures(const std::string& directory, std::vector<Supply>& supplies, SupplyFields fields);
 
 // The forms of the attribute files: the text with at most white space around it, else absent.
 std::optional<SupplyType> parseSupplyType(std::string_view text);

@@ -9,6 +9,7 @@
 #include <unistd.h>
 
 #include "platform/linux/power/registry_rules.h"
+#include "platform/linux/power/supply_reader.h"
 #include "platform/linux/power/supply_tree_test.h"
 #include "platform/linux/power/sysfs_device_registry.h"
 
@@ -53,7 +54,7 @@ TEST(SysfsSupply, ReadsEveryFigureOfABattery) {
   expected.voltageNow = 11'400'000;
   expected.powerNow = 9'500'000;
   expected.currentNow = 830'000;
-  EXPECT_EQ(readSupplies(tree.path(), SupplyFields::all), std::vector{expected});
+  EXPECT_EQ(SupplyReader(tree.path()).read(SupplyFields::all), std::vector{expected});
 }
 
 // What a property of the registry asks for is enough for it, and no more than that is read.
@@ -90,8 +91,8 @@ TEST(SysfsSupply, CapacitiesNeedFewFigures) {
     tree.set("BAT0", common);
     for (const auto& each : row.attributes) tree.set("BAT0", each);
     for (const char* each : row.without) std::filesystem::remove(tree.file("BAT0", each));
-    const auto some = readSupplies(tree.path(), SupplyFields::capacities);
-    const auto all = readSupplies(tree.path(), SupplyFields::all);
+    const auto some = SupplyReader(tree.path()).read(SupplyFields::capacities);
+    const auto all = SupplyReader(tree.path()).read(SupplyFields::all);
     for (const char* name : {"MaxCapacity", "DesignCapacity"}) {
       EXPECT_EQ(fieldsNeededFor(name, all), SupplyFields::capacities);
       EXPECT_EQ(registryProperty(some, name), registryProperty(all, name)) << row.battery;
@@ -123,7 +124,7 @@ TEST(SysfsSupply, ForeignTextThatIsNoFigureIsAbsent) {
     EXPECT_EQ(parseSupplyPercent(text.size() > 4096 ? "x" : text), std::nullopt) << text;
     const SupplyTree tree;
     tree.set("BAT0", {{"type", "Battery"}, {"capacity", text}, {"voltage_now", "0"}});
-    const auto supplies = readSupplies(tree.path(), SupplyFields::all);
+    const auto supplies = SupplyReader(tree.path()).read(SupplyFields::all);
     EXPECT_EQ(named(supplies, "BAT0").capacity, std::nullopt) << text;
     EXPECT_EQ(named(supplies, "BAT0").voltageNow, std::nullopt);
   }
@@ -148,15 +149,15 @@ TEST(SysfsSupply, NothingInTheTreeHangsOrEndsAReading) {
   std::filesystem::create_symlink("nowhere", tree.path() + "/BAT1");
   ASSERT_EQ(mkfifo((tree.path() + "/BAT2").c_str(), 0600), 0);
 
-  const auto supplies = readSupplies(tree.path(), SupplyFields::all);
+  const auto supplies = SupplyReader(tree.path()).read(SupplyFields::all);
   Supply expected;
   expected.name = "BAT0";
   expected.type = SupplyType::battery;
   expected.status = SupplyStatus::full;
   EXPECT_EQ(supplies, std::vector{expected});
   close(writer);
-  EXPECT_TRUE(readSupplies(tree.path() + "/none", SupplyFields::all).empty());
-  EXPECT_TRUE(readSupplies(tree.file("BAT0", "status"), SupplyFields::all).empty());
+  EXPECT_TRUE(SupplyReader(tree.path() + "/none").read(SupplyFields::all).empty());
+  EXPECT_TRUE(SupplyReader(tree.file("BAT0", "status")).read(SupplyFields::all).empty());
 }
 
 TEST(SysfsSupply, KindsOfSupply) {

@@ -17,11 +17,11 @@ std::int64_t currentTurn() {
 const std::vector<Supply>& TurnSupplies::read(SupplyFields fields) {
   const std::int64_t turn = currentTurn();
   if (turn == 0 || turn != turn_) {
-    supplies_ = readSupplies(directory_, fields);
+    supplies_ = reader_.read(fields);
     turn_ = turn;
     fields_ = fields;
   } else if (fields > fields_) {
-    addFigures(directory_, supplies_, fields);
+    reader_.addFigures(supplies_, fields);
     fields_ = fields;
   }
   return supplies_;

@@ -8,13 +8,13 @@
 #include <utility>
 #include <vector>
 
-#include "platform/linux/power/sysfs_supply.h"
+#include "platform/linux/power/supply_reader.h"
 
 namespace kelvane {
 
 class TurnSupplies {
  public:
-  explicit TurnSupplies(std::string directory) : directory_(std::move(directory)) {}
+  explicit TurnSupplies(std::string directory) : reader_(std::move(directory)) {}
 
   // At least these fields, as they are in this turn; outside the main loop, as they are now. Valid
   // until the next call.
@@ -25,7 +25,7 @@ class TurnSupplies {
   void forget() { turn_ = 0; }
 
  private:
-  std::string directory_;
+  SupplyReader reader_;
   std::int64_t turn_ = 0;  // 0: outside the main loop
   SupplyFields fields_ = SupplyFields::state;
   std::vector<Supply> supplies_;

@@ -53,7 +53,7 @@ TEST_F(TurnSuppliesTest, OutsideTheMainLoopEachCallReads) {
   EXPECT_EQ(online(supplies.read(SupplyFields::state)), false);
   setOnline("1");
   EXPECT_EQ(online(supplies.read(SupplyFields::state)), true);
-  EXPECT_EQ(supplies.read(SupplyFields::all), readSupplies(tree.path(), SupplyFields::all));
+  EXPECT_EQ(supplies.read(SupplyFields::all), SupplyReader(tree.path()).read(SupplyFields::all));
 }
 
 }  // namespace

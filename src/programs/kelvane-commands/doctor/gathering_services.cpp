@@ -6,6 +6,7 @@
 
 #include "platform/linux/application/application_service.h"
 #include "platform/linux/glib/bus_connection.h"
+#include "platform/linux/power/supply_reader.h"
 #include "platform/linux/power/upower_properties.h"
 #include "platform/linux/tray/desktop_settings.h"
 #include "platform/linux/tray/watcher.h"
@@ -160,7 +161,7 @@ NotifierFacts gatherNotifier(BusProbe& bus) {
 PowerFacts gatherPower(const PowerOptions& power) {
   PowerFacts facts;
   facts.directory = power.directory;
-  facts.supplies = readSupplies(power.directory, SupplyFields::all);
+  facts.supplies = SupplyReader(power.directory).read(SupplyFields::all);
   UPowerFacts& upower = facts.upower;
   upower.isWanted = power.useUPower;
   if (!upower.isWanted) return facts;
