@@ -1,10 +1,12 @@
 #include "battery/battery.h"
 
 #include <cmath>
-#include <cstdio>
-#include <utility>
+#include <string>
+#include <string_view>
 
 #include "kit/fatal_error.h"
+
+using std::string_view_literals::operator""sv;
 
 namespace kelvane {
 namespace {
@@ -18,10 +20,10 @@ std::int64_t truncated(double value) {
   return static_cast<std::int64_t>(value);
 }
 
-std::optional<PropertyValue> find(const PropertyDictionary& dictionary, const char* key) {
+// Null when absent.
+const PropertyValue* find(const PropertyDictionary& dictionary, std::string_view key) {
   const auto found = dictionary.find(key);
-  if (found == dictionary.end()) return std::nullopt;
-  return found->second;
+  return found == dictionary.end() ? nullptr : &found->second;
 }
 
 }  // namespace
@@ -78,15 +80,16 @@ double Battery::healthRatio() const {
   return capacity(BatteryRegistryKey::maxCapacity) / capacity(BatteryRegistryKey::designCapacity);
 }
 
-PropertyDictionary Battery::firstPowerSource() const {
-  auto sources = powerSources_.descriptions();
-  return sources.empty() ? PropertyDictionary{} : std::move(sources.front());
+const PropertyDictionary& Battery::firstPowerSource() const {
+  static const PropertyDictionary nothing;
+  const auto& sources = powerSources_.descriptions();
+  return sources.empty() ? nothing : sources.front();
 }
 
 double Battery::percentage() const {
-  const PropertyDictionary source = firstPowerSource();
-  const auto currentValue = find(source, "Current Capacity");
-  const auto maximumValue = find(source, "Max Capacity");
+  const PropertyDictionary& source = firstPowerSource();
+  const auto* currentValue = find(source, "Current Capacity"sv);
+  const auto* maximumValue = find(source, "Max Capacity"sv);
   const auto current = currentValue ? currentValue->integer() : std::nullopt;
   const auto maximum = maximumValue ? maximumValue->integer() : std::nullopt;
   if (!current || !maximum) return 1.0;
@@ -95,7 +98,7 @@ double Battery::percentage() const {
 }
 
 std::optional<std::string> Battery::healthWord() const {
-  const auto value = find(firstPowerSource(), "BatteryHealth");
+  const auto* value = find(firstPowerSource(), "BatteryHealth"sv);
   return value ? value->string() : std::nullopt;
 }
 
@@ -132,16 +135,11 @@ std::string Battery::timeRemainingText() const {
   if (seconds == 0) seconds = 0.01;
   const std::int64_t minutes = truncated(seconds / 60);
   const std::int64_t hours = minutes / 60;
-  char text[64];
-  if (seconds >= 36000) {
-    std::snprintf(text, sizeof text, "%lldh", static_cast<long long>(hours));
-    return text;
-  }
+  if (seconds >= 36000) return std::to_string(hours) + "h";
   // Never reached: ten hours come first, so that eleven show as "11h". The order is meant.
   if (seconds >= 72000) return "20h+";
-  std::snprintf(text, sizeof text, "%lld:%02lld", static_cast<long long>(hours),
-                static_cast<long long>(minutes - 60 * hours));
-  return text;
+  const std::string beyondHours = std::to_string(minutes - 60 * hours);
+  return std::to_string(hours) + (beyondHours.size() < 2 ? ":0" : ":") + beyondHours;
 }
 
 void Battery::startObserving() {

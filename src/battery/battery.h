@@ -84,7 +84,8 @@ class Battery {
  private:
   std::optional<PropertyValue> property(BatteryRegistryKey key) const;
   double capacity(BatteryRegistryKey key) const;  // mAh; absent is 0
-  PropertyDictionary firstPowerSource() const;
+  // Empty without one. Valid until the next reading of the power sources.
+  const PropertyDictionary& firstPowerSource() const;
   std::int64_t minutesUntilFull() const;
   void powerSourceDidChange();
 

@@ -1,6 +1,8 @@
 // Names of the battery service's properties in the device registry. Plain values, any thread.
 #pragma once
 
+#include <string_view>
+
 namespace kelvane {
 
 enum class BatteryRegistryKey {
@@ -13,7 +15,7 @@ enum class BatteryRegistryKey {
   fullyCharged,  // declared, never read
 };
 
-constexpr const char* rawValue(BatteryRegistryKey key) {
+constexpr std::string_view rawValue(BatteryRegistryKey key) {
   switch (key) {
     case BatteryRegistryKey::designCapacity:
       return "DesignCapacity";

@@ -8,7 +8,7 @@
 namespace kelvane {
 
 bool hasBattery(PowerSources& powerSources) {
-  const std::vector<PropertyDictionary> sources = powerSources.descriptions();
+  const std::vector<PropertyDictionary>& sources = powerSources.descriptions();
   return std::ranges::any_of(sources, [](const PropertyDictionary& source) {
     const auto type = source.find("Type");
     const auto isPresent = source.find("Is Present");

@@ -24,8 +24,8 @@ class PowerSources {
   // One dictionary per power source, the laptop's own battery first; empty when there are none. A
   // property that is not known is missing. "Type" ("InternalBattery", "UPS"), "Is Present"
   // (boolean), "Current Capacity" and "Max Capacity" (whole; a percentage and 100), "BatteryHealth"
-  // ("Good", "Fair", "Poor").
-  virtual std::vector<PropertyDictionary> descriptions() = 0;
+  // ("Good", "Fair", "Poor"). Valid until the next call of anything here.
+  virtual const std::vector<PropertyDictionary>& descriptions() = 0;
 
   // Seconds until the battery is empty, or one of the two constants above.
   virtual double timeRemainingEstimate() = 0;

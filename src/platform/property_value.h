@@ -5,6 +5,7 @@
 #include <chrono>
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <optional>
 #include <string>
@@ -19,7 +20,7 @@ using Date = std::chrono::sys_time<std::chrono::microseconds>;
 
 struct PropertyValue;
 using PropertyArray = std::vector<PropertyValue>;
-using PropertyDictionary = std::map<std::string, PropertyValue>;
+using PropertyDictionary = std::map<std::string, PropertyValue, std::less<>>;
 using PropertyData = std::vector<std::byte>;
 
 // Booleans, whole numbers and reals are different kinds here; `number` reads either number.

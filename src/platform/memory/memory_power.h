@@ -29,7 +29,7 @@ class MemoryDeviceRegistry : public DeviceRegistry {
 
 class MemoryPowerSources : public PowerSources {
  public:
-  std::vector<PropertyDictionary> descriptions() override { return sources; }
+  const std::vector<PropertyDictionary>& descriptions() override { return sources; }
   double timeRemainingEstimate() override { return estimate; }
   BatteryWarningLevel warningLevel() override { return warning; }
   std::shared_ptr<RunLoopSource> makeNotificationSource(std::function<void()> callback) override;

@@ -57,7 +57,7 @@ void LinuxPowerSources::updateWatch() {
         std::make_unique<SupplyWatch>(loop_, options_.directory, [this] { signalIfChanged(); });
 }
 
-std::vector<PropertyDictionary> LinuxPowerSources::descriptions() {
+const std::vector<PropertyDictionary>& LinuxPowerSources::descriptions() {
   return readings(SupplyFields::all).descriptions;
 }
 

@@ -39,7 +39,7 @@ class LinuxPowerSources : public PowerSources {
   LinuxPowerSources(const LinuxPowerSources&) = delete;
   LinuxPowerSources& operator=(const LinuxPowerSources&) = delete;
 
-  std::vector<PropertyDictionary> descriptions() override;
+  const std::vector<PropertyDictionary>& descriptions() override;
   double timeRemainingEstimate() override;
   BatteryWarningLevel warningLevel() override;
   std::shared_ptr<RunLoopSource> makeNotificationSource(std::function<void()> callback) override;

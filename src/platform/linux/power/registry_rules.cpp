@@ -4,15 +4,17 @@
 #include <cmath>
 #include <cstdint>
 #include <iterator>
+#include <string>
+#include <utility>
 
 namespace kelvane {
 namespace {
 
-constexpr const char* kExternalConnected = "ExternalConnected";
-constexpr const char* kIsCharging = "IsCharging";
-constexpr const char* kTimeRemaining = "TimeRemaining";
-constexpr const char* kMaxCapacity = "MaxCapacity";
-constexpr const char* kDesignCapacity = "DesignCapacity";
+constexpr std::string_view kExternalConnected = "ExternalConnected";
+constexpr std::string_view kIsCharging = "IsCharging";
+constexpr std::string_view kTimeRemaining = "TimeRemaining";
+constexpr std::string_view kMaxCapacity = "MaxCapacity";
+constexpr std::string_view kDesignCapacity = "DesignCapacity";
 
 // What the registry says while the time until full is not known.
 constexpr std::int64_t kMinutesUnknown = 65535;
@@ -171,10 +173,10 @@ std::optional<PropertyValue> registryProperty(const std::vector<Supply>& supplie
 
 PropertyDictionary registryProperties(const std::vector<Supply>& supplies) {
   PropertyDictionary properties;
-  for (const char* name :
+  for (const std::string_view name :
        {kExternalConnected, kIsCharging, kTimeRemaining, kMaxCapacity, kDesignCapacity})
     if (auto value = registryProperty(supplies, name))
-      properties.insert_or_assign(name, *std::move(value));
+      properties.insert_or_assign(std::string(name), *std::move(value));
   return properties;
 }
 

@@ -7,6 +7,8 @@
 #include <string_view>
 #include <variant>
 
+using std::string_view_literals::operator""sv;
+
 namespace kelvane {
 namespace {
 
@@ -57,18 +59,18 @@ std::optional<UPowerType> typeOf(const BusScalar& value) {
 }
 
 void applyProperty(UPowerDevice& device, std::string_view name, const BusScalar& value) {
-  if (name == "Type") device.type = typeOf(value);
-  if (name == "State") device.state = oneOf(value, UPowerState::pendingDischarge);
-  if (name == "WarningLevel") device.warning = oneOf(value, UPowerWarning::action);
-  if (name == "PowerSupply") device.isPowerSupply = booleanOf(value);
-  if (name == "IsPresent") device.isPresent = booleanOf(value);
-  if (name == "Online") device.isOnline = booleanOf(value);
-  if (name == "Percentage") device.percentage = percentOf(value);
-  if (name == "Energy") device.energy = realOf(value, 0, kMostWattHours);
-  if (name == "EnergyFull") device.energyFull = capacityOf(value);
-  if (name == "EnergyFullDesign") device.energyDesign = capacityOf(value);
-  if (name == "TimeToEmpty") device.secondsToEmpty = secondsOf(value);
-  if (name == "TimeToFull") device.secondsToFull = secondsOf(value);
+  if (name == "Type"sv) device.type = typeOf(value);
+  if (name == "State"sv) device.state = oneOf(value, UPowerState::pendingDischarge);
+  if (name == "WarningLevel"sv) device.warning = oneOf(value, UPowerWarning::action);
+  if (name == "PowerSupply"sv) device.isPowerSupply = booleanOf(value);
+  if (name == "IsPresent"sv) device.isPresent = booleanOf(value);
+  if (name == "Online"sv) device.isOnline = booleanOf(value);
+  if (name == "Percentage"sv) device.percentage = percentOf(value);
+  if (name == "Energy"sv) device.energy = realOf(value, 0, kMostWattHours);
+  if (name == "EnergyFull"sv) device.energyFull = capacityOf(value);
+  if (name == "EnergyFullDesign"sv) device.energyDesign = capacityOf(value);
+  if (name == "TimeToEmpty"sv) device.secondsToEmpty = secondsOf(value);
+  if (name == "TimeToFull"sv) device.secondsToFull = secondsOf(value);
 }
 
 }  // namespace

@@ -6,6 +6,8 @@
 
 #include "platform/linux/tray/watcher.h"
 
+using std::string_view_literals::operator""sv;
+
 namespace kelvane {
 namespace {
 
@@ -213,18 +215,18 @@ void StatusNotifierItem::handle(const ExportedObject::Call& call) {
 }
 
 BusWrite StatusNotifierItem::property(std::string_view name) const {
-  if (name == "Category") return writesText("Hardware");
-  if (name == "Id") return writesText(kId);
-  if (name == "Title") return writesText(kTitle);
-  if (name == "Status") return writesText("Active");
-  if (name == "WindowId") return [](BusWriter& value) { value.int32(0); };
-  if (name == "IconPixmap") return [this](BusWriter& value) { writePixmaps(value, icon_); };
+  if (name == "Category"sv) return writesText("Hardware");
+  if (name == "Id"sv) return writesText(kId);
+  if (name == "Title"sv) return writesText(kTitle);
+  if (name == "Status"sv) return writesText("Active");
+  if (name == "WindowId"sv) return [](BusWriter& value) { value.int32(0); };
+  if (name == "IconPixmap"sv) return [this](BusWriter& value) { writePixmaps(value, icon_); };
   // Hosts that obey open the menu by themselves on a left click; the others call Activate.
-  if (name == "ItemIsMenu") return [](BusWriter& value) { value.boolean(true); };
-  if (name == "Menu") return [](BusWriter& value) { value.objectPath(DbusMenu::kPath); };
-  if (name == "XAyatanaLabel") return writesText(label_.c_str());
-  if (name == "XAyatanaLabelGuide") return writesText("");
-  if (name == "ToolTip" && toolTip_)
+  if (name == "ItemIsMenu"sv) return [](BusWriter& value) { value.boolean(true); };
+  if (name == "Menu"sv) return [](BusWriter& value) { value.objectPath(DbusMenu::kPath); };
+  if (name == "XAyatanaLabel"sv) return writesText(label_.c_str());
+  if (name == "XAyatanaLabelGuide"sv) return writesText("");
+  if (name == "ToolTip"sv && toolTip_)
     return [this](BusWriter& value) {
       value.structure("sa(iiay)ss", [&] {
         value.text("");

@@ -35,22 +35,22 @@ class NotificationSource : public CfRunLoopSource {
 
 }  // namespace
 
-std::vector<PropertyDictionary> IopsPowerSources::descriptions() {
-  std::vector<PropertyDictionary> descriptions;
+const std::vector<PropertyDictionary>& IopsPowerSources::descriptions() {
+  descriptions_.clear();
   @autoreleasepool {
     // The descriptions are parts of the blob, which therefore may not go before the last is read.
     __attribute__((objc_precise_lifetime)) id blob =
         (__bridge_transfer id)IOPSCopyPowerSourcesInfo();
-    if (!blob) return descriptions;
+    if (!blob) return descriptions_;
     NSArray* sources =
         (__bridge_transfer NSArray*)IOPSCopyPowerSourcesList((__bridge CFTypeRef)blob);
     for (id source in sources) {
       CFDictionaryRef description =
           IOPSGetPowerSourceDescription((__bridge CFTypeRef)blob, (__bridge CFTypeRef)source);
-      descriptions.push_back(propertyDictionaryOf((__bridge NSDictionary*)description));
+      descriptions_.push_back(propertyDictionaryOf((__bridge NSDictionary*)description));
     }
   }
-  return descriptions;
+  return descriptions_;
 }
 
 double IopsPowerSources::timeRemainingEstimate() {
