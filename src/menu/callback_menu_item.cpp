@@ -2,11 +2,10 @@
 
 namespace kelvane {
 
-MenuLine CallbackMenuItem::line() const {
-  MenuLine line = line_;
-  line.isEnabled = line_.isEnabled && validate();
-  line.action = callback_;
-  return line;
+MenuLine CallbackMenuItem::takeLine() {
+  line_.isEnabled = line_.isEnabled && validate();
+  line_.action = std::move(callback_);
+  return std::move(line_);
 }
 
 }  // namespace kelvane

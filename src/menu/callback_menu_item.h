@@ -30,9 +30,12 @@ class CallbackMenuItem {
   void setAlternate(bool isAlternate) { line_.isAlternate = isAlternate; }
 
   // The line for a menu; enabled when both the item and the hook say so. It doesn't need the item.
-  MenuLine line() const;
+  MenuLine line() const& { return CallbackMenuItem(*this).takeLine(); }
+  MenuLine line() && { return takeLine(); }
 
  private:
+  MenuLine takeLine();
+
   Callback callback_;
   MenuLine line_;
 };

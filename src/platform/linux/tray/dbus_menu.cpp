@@ -65,7 +65,7 @@ bool DbusMenu::update() {
   if (isUpdating_ || isUpdated_) return false;
   isUpdating_ = true;
   if (menu_) menu_->needsUpdate();
-  const MenuChange change = layout_.update(menu_ ? menu_->lines() : std::vector<MenuLine>{});
+  const MenuChange change = menu_ ? layout_.update(menu_->lines()) : layout_.update({});
   isUpdating_ = false;
   isUpdated_ = true;
   loop_.async([this, alive = std::weak_ptr(isAlive_)] {

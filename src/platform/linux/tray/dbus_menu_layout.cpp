@@ -11,7 +11,8 @@ namespace {
 constexpr int kDeepest = 8;
 
 // An underscore marks the mnemonic; two are one that is shown.
-std::string withoutMnemonics(const std::string& text) {
+std::string withoutMnemonics(std::string text) {
+  if (text.find('_') == std::string::npos) return text;
   std::string escaped;
   for (const char character : text) {
     if (character == '_') escaped += '_';
@@ -69,9 +70,11 @@ MenuChange DbusMenuLayout::update(const std::vector<MenuLine>& lines) {
   std::vector<MenuEntry> fresh = entriesOf(lines, 1);
   adopt(fresh, root_.children, change);
   root_.children = std::move(fresh);
-  byId_.clear();
-  index(root_);
-  if (change.layout) change.changed.clear();
+  if (change.layout) {
+    change.changed.clear();
+    byId_.clear();
+  }
+  index(root_);  // of the same layout each id has got another place
   return change;
 }
 
@@ -83,6 +86,7 @@ const MenuEntry* DbusMenuLayout::find(int id) const {
 std::vector<MenuEntry> DbusMenuLayout::entriesOf(const std::vector<MenuLine>& lines,
                                                  int depth) const {
   std::vector<MenuEntry> entries;
+  entries.reserve(lines.size());
   for (const MenuLine& line : lines) {
     if (line.kind == MenuLine::Kind::placeholder) continue;
     MenuEntry entry;
@@ -94,7 +98,7 @@ std::vector<MenuEntry> DbusMenuLayout::entriesOf(const std::vector<MenuLine>& li
     std::string title =
         line.title.empty() && line.attributedTitle ? line.attributedTitle->plainText() : line.title;
     if (rewrite_) title = rewrite_(std::move(title));
-    entry.label = withoutMnemonics(title);
+    entry.label = withoutMnemonics(std::move(title));
     entry.isEnabled = line.isEnabled;
     // Modifiers alone only select an alternate.
     if (!line.keyEquivalent.key.empty()) entry.keyEquivalent = line.keyEquivalent;
@@ -115,6 +119,7 @@ void DbusMenuLayout::adopt(std::vector<MenuEntry>& fresh, const std::vector<Menu
                            MenuChange& change) {
   Pairs pairs;
   if (std::ranges::equal(old, fresh, haveSameShape)) {
+    pairs.reserve(fresh.size());
     for (std::size_t i = 0; i < fresh.size(); ++i) pairs.emplace_back(i, i);
   } else {
     change.layout = true;
