@@ -2,13 +2,13 @@
 
 #include <chrono>
 #include <cstdint>
-#include <cstdio>
 #include <functional>
 #include <memory>
 #include <string>
 #include <utility>
 
 #include "battery/battery.h"
+#include "kit/percent_digits.h"
 #include "menu/callback_menu_item.h"
 #include "menu/tq_menu.h"
 #include "platform/run_loop.h"
@@ -44,8 +44,7 @@ void addChargeLines(TqMenu& menu, const BatteryMenuContext& context) {
     menu.addItem(disabledLine("Fully Charged"));
     return;
   }
-  char text[64];
-  std::snprintf(text, sizeof text, "%.0f\uFE6A", fraction * 100);
+  const std::string text = percentDigits(fraction) + "\uFE6A";
   MenuLine percentage = disabledLine(text);
   percentage.attributedTitle = AttributedText{{{.text = text, .fontSize = kPercentageSize}}};
   menu.addItem(std::move(percentage));
@@ -69,7 +68,7 @@ void addOptionLine(TqMenu& menu, std::string title) {
   CallbackMenuItem item(std::move(title), [] {}, {.option = true});
   item.setAlternate(true);
   item.setEnabled(false);
-  menu.addItem(item.line());
+  menu.addItem(std::move(item).line());
 }
 
 void addCommand(TqMenu& menu, std::string title, CallbackMenuItem::Callback callback,

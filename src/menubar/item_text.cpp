@@ -1,11 +1,11 @@
 #include "menubar/item_text.h"
 
 #include <cmath>
-#include <cstdio>
 #include <string_view>
 #include <utility>
 
 #include "battery/battery.h"
+#include "kit/percent_digits.h"
 #include "menubar/colors.h"
 #include "platform/graphics.h"
 #include "settings/settings_keys.h"
@@ -49,9 +49,7 @@ const NamedColor* lowBatteryColor(const ItemContext& context) {
 }
 
 std::string percentageText(const ItemContext& context) {
-  char text[64];
-  std::snprintf(text, sizeof text, "%.0f%s", context.battery.percentage() * 100.0, kPercentSign);
-  return text;
+  return percentDigits(context.battery.percentage()) + kPercentSign;
 }
 
 std::string timeOrFullText(const ItemContext& context) {

@@ -1,8 +1,7 @@
 #include "notifications/battery_notices.h"
 
-#include <cstdio>
-
 #include "battery/battery.h"
+#include "kit/percent_digits.h"
 #include "platform/user_notifications.h"
 #include "settings/settings_keys.h"
 
@@ -16,10 +15,9 @@ void checkPercentageNotification(const NoticeContext& context) {
                             : context.settings.notifyAtPercentagesOnBattery.get();
   // Exact: a level is a whole percentage over 100, and so is the reading.
   if (!levels.contains(percentage)) return;
-  char title[32];
-  std::snprintf(title, sizeof title, "%.0f%%", percentage * 100);
   // One identifier for all levels, so that a new notice replaces the one before.
-  context.userNotifications.post({.identifier = "batteryPercentage", .title = title});
+  context.userNotifications.post(
+      {.identifier = "batteryPercentage", .title = percentDigits(percentage) + "%"});
 }
 
 void checkFullyCharged(const NoticeContext& context) {

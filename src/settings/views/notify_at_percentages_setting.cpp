@@ -1,8 +1,8 @@
 #include "settings/views/notify_at_percentages_setting.h"
 
-#include <cstdio>
 #include <utility>
 
+#include "kit/percent_digits.h"
 #include "settings/views/multi_checkbox_picker.h"
 
 namespace kelvane {
@@ -13,11 +13,7 @@ using Kind = ViewNode::Kind;
 constexpr double kColumnSpacing = 40;
 constexpr double kSheetWidth = 400;
 
-std::string levelLabel(double level) {
-  char text[32];
-  std::snprintf(text, sizeof text, "%.0f\uFE6A", level * 100);
-  return text;
-}
+std::string levelLabel(double level) { return percentDigits(level) + "\uFE6A"; }
 
 }  // namespace
 
