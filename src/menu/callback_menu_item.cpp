@@ -2,7 +2,7 @@
 
 namespace kelvane {
 
-MenuLine CallbackMenuItem::takeLine() {
+MenuLine CallbackMenuItem::line() && {
   line_.isEnabled = line_.isEnabled && validate();
   line_.action = std::move(callback_);
   return std::move(line_);

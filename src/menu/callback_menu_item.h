@@ -29,13 +29,11 @@ class CallbackMenuItem {
   // Shown in place of the line before while the modifiers of its key equivalent are held.
   void setAlternate(bool isAlternate) { line_.isAlternate = isAlternate; }
 
-  // The line for a menu; enabled when both the item and the hook say so. It doesn't need the item.
-  MenuLine line() const& { return CallbackMenuItem(*this).takeLine(); }
-  MenuLine line() && { return takeLine(); }
+  // The line for a menu, which takes over what the item holds; enabled when both the item and the
+  // hook say so.
+  MenuLine line() &&;
 
  private:
-  MenuLine takeLine();
-
   Callback callback_;
   MenuLine line_;
 };

@@ -79,6 +79,29 @@ TEST_F(BitmapCanvasTest, opacitiesMultiplyAndLayersFadeTogether) {
   EXPECT_NEAR(quarter.pixels[0] >> 24, 64, 1);
 }
 
+TEST_F(BitmapCanvasTest, fillsGoOverWhatIsThereOrStayWithinIt) {
+  constexpr auto kOver = CompositeOperation::sourceOver;
+  constexpr auto kAtop = CompositeOperation::sourceAtop;
+  const struct {
+    CompositeOperation operation;
+    double alpha;
+    std::vector<std::uint32_t> pixels;
+  } rows[] = {
+      {kOver, 1, {0xFFFF0000, 0xFFFF0000, 0xFFFF0000}},
+      {kOver, 0.5, {0xFF80007F, 0xC0800040, 0x80800000}},
+      {kAtop, 1, {0xFFFF0000, 0x80800000, 0}},
+      {kAtop, 0.5, {0xFF80007F, 0x80400040, 0}},
+  };
+  for (const auto& row : rows) {
+    const Bitmap bitmap = render(3, 1, [&](Canvas& canvas, const Rect& whole) {
+      canvas.fill({0, 0, 1, 1}, {0, 0, 1, 1}, kOver);
+      canvas.fill({1, 0, 1, 1}, {0, 0, 1, 0.5}, kOver);
+      canvas.fill(whole, {1, 0, 0, row.alpha}, row.operation);
+    });
+    EXPECT_EQ(bitmap.pixels, row.pixels) << row.alpha;
+  }
+}
+
 TEST_F(BitmapCanvasTest, templatesKeepTheirAlphaAndTakeTheForeground) {
   const Drawing drawing = [](Canvas& canvas, const Rect&) {
     canvas.fill({0, 0, 1, 1}, {0, 1, 0, 1}, CompositeOperation::sourceOver);

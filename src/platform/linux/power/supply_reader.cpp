@@ -11,7 +11,6 @@ namespace {
 constexpr std::size_t kMostSupplies = 64;
 
 bool tellsNothing(const Supply& supply) {
-  if (!supply.type) return true;
   return supply.isOfComputer() && !supply.online && !supply.present && !supply.status;
 }
 
