@@ -12,6 +12,7 @@
 
 #include "platform/linux/glib/bus_message.h"
 #include "platform/linux/glib/exported_object.h"
+#include "platform/linux/glib/glib_run_loop.h"
 
 namespace kelvane {
 namespace {
@@ -116,7 +117,7 @@ BusConnection::BusConnection(sd_bus* bus) : bus_(bus) {
   g_source_add_poll(&source_->source, &source_->poll);
   // Else GLib takes the descriptor out while it dispatches, and wakes itself up for that, twice.
   g_source_set_can_recurse(&source_->source, TRUE);
-  g_source_attach(&source_->source, nullptr);
+  GlibRunLoop::attach(&source_->source);
   sd_bus_slot* slot = nullptr;
   sd_bus_add_filter(
       bus, &slot,

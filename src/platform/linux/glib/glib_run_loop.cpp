@@ -9,6 +9,8 @@ namespace {
 
 constexpr double kLongestSleep = 1e9;  // milliseconds, which an int holds
 
+GSource* processLoop = nullptr;
+
 struct LoopSource {
   GSource source;
   GlibRunLoop* loop;
@@ -19,8 +21,9 @@ double monotonicSeconds() { return static_cast<double>(g_get_monotonic_time()) /
 // What is due is asked for whenever GLib is about to sleep: setting a time on the source instead
 // would wake GLib up each time, only to sleep again.
 gboolean prepareLoop(GSource* source, gint* milliseconds) {
-  const auto deadline = reinterpret_cast<LoopSource*>(source)->loop->nextDeadline();
   *milliseconds = -1;
+  if (g_main_current_source() == source) return FALSE;  // in a loop inside of a turn
+  const auto deadline = reinterpret_cast<LoopSource*>(source)->loop->nextDeadline();
   if (!deadline) return FALSE;
   // Rounded up, so that what woke us is due.
   const double left = std::ceil((*deadline - monotonicSeconds()) * 1000);
@@ -29,6 +32,7 @@ gboolean prepareLoop(GSource* source, gint* milliseconds) {
 }
 
 gboolean checkLoop(GSource* source) {
+  if (g_main_current_source() == source) return FALSE;
   const auto deadline = reinterpret_cast<LoopSource*>(source)->loop->nextDeadline();
   return deadline && *deadline <= monotonicSeconds();
 }
@@ -47,13 +51,25 @@ GlibRunLoop::GlibRunLoop()
       mainLoop_(g_main_loop_new(nullptr, FALSE)) {
   reinterpret_cast<LoopSource*>(source_)->loop = this;
   g_source_set_static_name(source_, "kelvane run loop");
+  // Else GLib takes the descriptors of what is attached out during each turn, and wakes up for it.
+  g_source_set_can_recurse(source_, TRUE);
   g_source_attach(source_, nullptr);
+  if (!processLoop) processLoop = source_;
 }
 
 GlibRunLoop::~GlibRunLoop() {
+  if (processLoop == source_) processLoop = nullptr;
   g_source_destroy(source_);
   g_source_unref(source_);
   g_main_loop_unref(mainLoop_);
+}
+
+// A parent is dispatched after the child that is ready (GLib's g_source_add_child_source).
+void GlibRunLoop::attach(GSource* source) {
+  if (processLoop)
+    g_source_add_child_source(processLoop, source);
+  else
+    g_source_attach(source, nullptr);
 }
 
 int GlibRunLoop::run() {

@@ -1,6 +1,7 @@
 // The run loop on GLib's default main context. Main thread.
 //
-// One event source of ours sleeps until the next deadline, so an idle program is never woken up.
+// One event source of ours sleeps until the next deadline, so an idle program is never woken up. A
+// turn follows what the sources attached to it have heard, before the next sleep.
 #pragma once
 
 #include <glib.h>
@@ -19,6 +20,10 @@ class GlibRunLoop : public RunLoopQueue {
   void terminate(int exitCode) override;
 
   Date now() const override;
+
+  // Attaches a source to the default context, where it works from now on; to the loop of the
+  // process, where there is one, so that what the source has queued is done within the same waking.
+  static void attach(GSource* source);
 
  protected:
   double monotonicNow() const override;
