@@ -1,7 +1,6 @@
 #include "platform/linux/drawing/shape.h"
 
 #include <algorithm>
-#include <cmath>
 #include <utility>
 
 namespace kelvane {
@@ -15,7 +14,8 @@ constexpr int kCubic = FT_CURVE_TAG_CUBIC;
 
 // FreeType counts in parts of 64. Rounded by hand: a call per coordinate costs more than the sum.
 FT_Pos fixed(double pixels) {
-  const double parts = std::clamp(pixels, -kFarthest, kFarthest) * 64;
+  // In this order, so that what is no number is a number afterwards.
+  const double parts = std::max(-kFarthest, std::min(kFarthest, pixels)) * 64;
   return static_cast<FT_Pos>(parts < 0 ? parts - 0.5 : parts + 0.5);
 }
 
