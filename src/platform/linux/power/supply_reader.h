@@ -2,7 +2,8 @@
 //
 // The figures are read afresh each time. What is held open is the tree and each supply's folder,
 // for as long as the tree lists the same entry: one that has gone and come back is another one.
-// sysfs numbers its entries one after the other, so that a number comes back only after all others.
+// sysfs numbers its entries one after the other, so that a number comes back only after all others
+// (the kernel's fs/kernfs/dir.c). Elsewhere, one that tells nothing any more is opened again.
 #pragma once
 
 #include <memory>
