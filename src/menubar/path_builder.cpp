@@ -43,7 +43,7 @@ PathBuilder& PathBuilder::roundedRect(const Rect& rect, const Corners& corners) 
   const double left = rect.x, right = rect.x + rect.width;
   const double bottom = rect.y, top = rect.y + rect.height;
   const auto reach = [](double radius) { return radius * (1 - kQuarterCircle); };
-  steps_.reserve(steps_.size() + 10);
+  steps_.reserve(steps_.size() + 10);  // the ten that follow
   moveTo({left + corners.bottomLeft, bottom});
   lineTo({right - corners.bottomRight, bottom});
   curveTo({right - reach(corners.bottomRight), bottom},
